@@ -1,0 +1,61 @@
+#include "tavik/convert/convert.h"
+
+#include "tavik/frame/parallel_for.h"
+#include "tavik/frame/size_form.h"
+
+#define TAVIK_ROWS "tavik/convert/bitmaps_rows.inl"
+#include "tavik/frame/each_level.inl"
+
+using namespace tavik;
+
+namespace {
+
+using Plane = uint8_t *;
+using ConstPlane = const uint8_t *;
+
+constexpr PerLevel<void(ConstPlane r, ConstPlane g, ConstPlane b, uint32_t *dst, std::size_t count)> pack_bitmap =
+    TAVIK_EVERY_LEVEL(pack_bitmap);
+constexpr PerLevel<void(Plane r, Plane g, Plane b, const uint32_t *src, std::size_t count)> unpack_bitmap =
+    TAVIK_EVERY_LEVEL(unpack_bitmap);
+constexpr PerLevel<void(ConstPlane r, ConstPlane g, ConstPlane b, uint8_t *dst, std::size_t count)> pack_quads =
+    TAVIK_EVERY_LEVEL(pack_quads);
+constexpr PerLevel<void(Plane r, Plane g, Plane b, const uint8_t *src, std::size_t count)> unpack_quads =
+    TAVIK_EVERY_LEVEL(unpack_quads);
+
+// Runs row(plane offset, bitmap offset) for each row, in parallel. Offsets into the bitmap are signed: a
+// bottom-up bitmap has a negative stride.
+template <class Row> void for_each_bitmap_row(int32_t x_max, int32_t height, int32_t bitmap_stride, const Row &row) {
+    if (x_max <= 0) return;
+    parallel_for(0, height, row_grain(x_max), [&](int32_t begin, int32_t end) {
+        for (int32_t y = begin; y < end; ++y) row((std::ptrdiff_t{x_max} + 1) * y, std::ptrdiff_t{bitmap_stride} * y);
+    });
+}
+
+} // namespace
+
+TAVIK_EXPORT(void)
+RGB_to_bbytes(int32_t x_max, int32_t height, int32_t dst_stride, int32_t /*ignored*/, const uint8_t *src_r,
+              const uint8_t *src_g, const uint8_t *src_b, uint32_t *dst) {
+    for_each_bitmap_row(x_max, height, dst_stride, [&](std::ptrdiff_t s, std::ptrdiff_t d) {
+        pack_bitmap.active()(src_r + s, src_g + s, src_b + s, dst + d, element_count(x_max));
+    });
+}
+
+TAVIK_EXPORT(void)
+bbytes_to_RGB(int32_t x_max, int32_t height, int32_t src_stride, int32_t /*ignored*/, uint8_t *dst_r, uint8_t *dst_g,
+              uint8_t *dst_b, const uint32_t *src) {
+    for_each_bitmap_row(x_max, height, src_stride, [&](std::ptrdiff_t d, std::ptrdiff_t s) {
+        unpack_bitmap.active()(dst_r + d, dst_g + d, dst_b + d, src + s, element_count(x_max));
+    });
+}
+
+TAVIK_EXPORT(void)
+LongRGBV_to_RGB_array(const uint8_t *src_r, const uint8_t *src_g, const uint8_t *src_b, uint8_t *dst, int32_t x_max,
+                      int32_t y_max) {
+    pack_quads.active()(src_r, src_g, src_b, dst, upper_bounds(x_max, y_max));
+}
+
+TAVIK_EXPORT(void)
+Long_to_RGBV_array(uint8_t *dst_r, uint8_t *dst_g, uint8_t *dst_b, const uint8_t *src, int32_t x_max, int32_t y_max) {
+    unpack_quads.active()(dst_r, dst_g, dst_b, src, upper_bounds(x_max, y_max));
+}

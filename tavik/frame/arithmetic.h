@@ -1,0 +1,52 @@
+// Number rules that every family shares.
+#pragma once
+
+#include <cstdint>
+#include <limits>
+
+namespace tavik {
+
+// Truncation toward zero to a signed 32-bit integer as the processor does it: NaN and anything out of range
+// give the lowest integer. The language leaves those cases undefined, and compilers fold them differently at
+// each vector level.
+template <class Float> constexpr int32_t truncate(Float value) {
+    constexpr Float limit = 2147483648.0F;
+    // Only the checked value is converted, so the conversion itself is always defined.
+    const bool fits = value >= -limit && value < limit;
+    const auto converted = static_cast<int32_t>(fits ? value : Float{0});
+    return fits ? converted : std::numeric_limits<int32_t>::min();
+}
+
+// The low 8 bits of a 32-bit result.
+template <class Integer> constexpr uint8_t low_byte(Integer value) { return static_cast<uint8_t>(value & 0xFF); }
+
+// Clamps below first. A NaN fails both tests as the tonal and colour exports want it: it gives `high`.
+constexpr float clamp_nan_high(float value, float low, float high) {
+    const float raised = low > value ? low : value;
+    return raised < high ? raised : high;
+}
+
+constexpr int32_t clamp_to_byte(int32_t value) { return value < 0 ? 0 : (value > 255 ? 255 : value); }
+
+// Integer mean of three bytes: (a + b + c) / 3. 21846 / 65536 is above 1/3 by 1/98304, too little to carry any
+// sum up to 765 over the next integer; the product stays in 16-bit vector lanes.
+constexpr uint16_t mean_of_three(uint8_t a, uint8_t b, uint8_t c) {
+    const auto sum = static_cast<uint16_t>(a + b + c);
+    return static_cast<uint16_t>((uint32_t{sum} * 21846U) >> 16);
+}
+
+// Signed 32-bit sums, differences and products wrap around.
+constexpr int32_t wrap_add(int32_t a, int32_t b) {
+    return static_cast<int32_t>(static_cast<uint32_t>(a) + static_cast<uint32_t>(b));
+}
+constexpr int32_t wrap_sub(int32_t a, int32_t b) {
+    return static_cast<int32_t>(static_cast<uint32_t>(a) - static_cast<uint32_t>(b));
+}
+constexpr int32_t wrap_mul(int32_t a, int32_t b) {
+    return static_cast<int32_t>(static_cast<uint32_t>(a) * static_cast<uint32_t>(b));
+}
+
+// 1/255 to single precision.
+constexpr float unit_per_byte = 0.003921569F;
+
+} // namespace tavik

@@ -1,0 +1,11 @@
+/* tavik: image processing and procedural graphics for a paint and effects host. Includes every family. */
+#ifndef TAVIK_TAVIK_H
+#define TAVIK_TAVIK_H
+
+#include "tavik/convert/convert.h"
+#include "tavik/frame/frame.h"
+#include "tavik/memops/memops.h"
+#include "tavik/scalar/scalar.h"
+#include "tavik/tone/tone.h"
+
+#endif
