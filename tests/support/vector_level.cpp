@@ -1,5 +1,7 @@
 #include "tests/support/vector_level.h"
 
+#include <utility>
+
 namespace {
 
 tavik::VectorLevel level = tavik::supported_level();
@@ -8,7 +10,7 @@ tavik::VectorLevel level = tavik::supported_level();
 
 tavik::VectorLevel tavik::active_level() { return level; }
 
-void tavik_test::set_active_level(tavik::VectorLevel wanted) { level = wanted; }
+tavik::VectorLevel tavik_test::set_active_level(tavik::VectorLevel wanted) { return std::exchange(level, wanted); }
 
 std::vector<tavik::VectorLevel> tavik_test::supported_levels() {
     std::vector<tavik::VectorLevel> levels;

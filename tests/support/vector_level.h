@@ -8,8 +8,8 @@
 
 namespace tavik_test {
 
-// Calls use `level` from now on; it must be supported here. Not while calls run.
-void set_active_level(tavik::VectorLevel level);
+// Calls use `level` from now on; it must be supported here. Not while calls run. Returns the level before.
+tavik::VectorLevel set_active_level(tavik::VectorLevel level);
 
 // The levels that this processor can run, the plain loop first.
 std::vector<tavik::VectorLevel> supported_levels();

@@ -1,0 +1,104 @@
+#include "tavik/frame/frame.h"
+
+#include <array>
+#include <cstdint>
+#include <limits>
+#include <numeric>
+#include <thread>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "tavik/convert/convert.h"
+#include "tavik/tone/tone.h"
+#include "tests/support/bulk.h"
+
+#if defined(_WIN32)
+#include <windows.h>
+#else
+#include <unistd.h>
+#endif
+
+using namespace tavik_test;
+
+namespace {
+
+using Bytes = std::vector<uint8_t>;
+
+TEST(Frame, ComplementTakesHeightFirst) {
+    Bytes plane(10);
+    std::iota(plane.begin(), plane.end(), uint8_t{0});
+    TestPPL2(plane.data(), 2, 4);
+    EXPECT_EQ(plane, (Bytes{255, 254, 253, 252, 251, 250, 249, 248, 8, 9}));
+    for (const auto &[height, width] : {std::array{0, 4}, std::array{4, 0}, std::array{-1, 4}, std::array{1, -4}})
+        TestPPL2(plane.data(), height, width);
+    TestPPL2(plane.data(), 4, 2);
+    EXPECT_EQ(plane, (Bytes{0, 1, 2, 3, 4, 5, 6, 7, 8, 9}));
+}
+
+TEST(Frame, MemoryOfPictures) {
+    EXPECT_EQ(CalcMem(1024, 1024, 1), 3);
+    EXPECT_EQ(CalcMem(1000, 1000, 1), 2);
+    EXPECT_EQ(CalcMem(100, 100, 1), 0);
+    EXPECT_EQ(CalcMem(-1024, 1024, 1), -3);
+    EXPECT_EQ(CalcMem(65536, 65536, 2), 24576);
+    EXPECT_EQ(CalcMem(1 << 30, 1 << 30, 1 << 30), std::numeric_limits<int32_t>::min());
+}
+
+TEST(Frame, MemoryOfTheSystem) {
+    std::array<int32_t, 4> memory = {-1, -1, -1, -1};
+    MemoryInfo(&memory[0], &memory[1], &memory[2], &memory[3]);
+    const auto [available, total, available_page_file, total_page_file] = memory;
+    EXPECT_GT(available, 0);
+    EXPECT_GT(available_page_file, 0);
+#if defined(_WIN32)
+    MEMORYSTATUSEX status;
+    status.dwLength = sizeof status;
+    ASSERT_TRUE(GlobalMemoryStatusEx(&status));
+    EXPECT_EQ(total, static_cast<int32_t>(status.ullTotalPhys / 1024));
+    EXPECT_EQ(total_page_file, static_cast<int32_t>(status.ullTotalPageFile / 1024));
+#else
+    EXPECT_EQ(total, sysconf(_SC_PHYS_PAGES) * (sysconf(_SC_PAGESIZE) / 1024));
+    EXPECT_LT(available, total);
+    EXPECT_GE(total_page_file, total);
+    EXPECT_GE(total_page_file, available_page_file);
+#endif
+}
+
+// Parallel exports from many threads of a host at once, each on planes of its own.
+TEST(Frame, SixteenThreadsCallAtOnce) {
+    constexpr int32_t width = 640;
+    constexpr int32_t height = 480;
+    constexpr std::size_t count = std::size_t{width} * height;
+    const auto work = [](uint8_t seed, bool &right) {
+        Bytes plane(count);
+        std::iota(plane.begin(), plane.end(), seed);
+        const Bytes before = plane;
+        std::vector<float> floats(count);
+        Bytes narrowed(count);
+        right = true;
+        for (int round = 0; round < 5; ++round) {
+            TestPPL2(plane.data(), height, width);
+            char_to_float(width, height, plane.data(), floats.data());
+            float_to_char_clamp(width, height, floats.data(), narrowed.data());
+            right = right && narrowed == plane;
+            TestPPL2(plane.data(), height, width);
+            AdjustLevels_channel_ppl(plane.data(), narrowed.data(), width, height, 0, 255, 0, 255);
+            right = right && plane == before;
+        }
+    };
+    std::array<bool, 16> right = {};
+    std::vector<std::thread> threads;
+    for (std::size_t i = 0; i < right.size(); ++i)
+        threads.emplace_back([&work, &right, i] { work(static_cast<uint8_t>(i * 16), right[i]); });
+    for (std::thread &thread : threads) thread.join();
+    for (const bool was_right : right) EXPECT_TRUE(was_right);
+}
+
+const BulkCase cases[] = {
+    {"TestPPL2", [](Workspace &w) { TestPPL2(w.buffer(w.count()), w.height, w.width); }},
+};
+
+INSTANTIATE_TEST_SUITE_P(Frame, BulkExport, testing::ValuesIn(cases), bulk_name);
+
+} // namespace
