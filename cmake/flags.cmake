@@ -2,7 +2,7 @@
 add_library(tavik_flags INTERFACE)
 target_compile_options(
   tavik_flags
-  INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -fvisibility=hidden -fvisibility-inlines-hidden
+  INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wno-sign-conversion -Wshadow -Werror -fvisibility=hidden -fvisibility-inlines-hidden
             # One rounding per operation on every target.
             -ffp-contract=off
             # No code reads errno or the float exception flags; saying so changes no result and lets square roots

@@ -24,12 +24,12 @@ TEST(ParallelFor, CoversEachIndexOnce) {
     struct Case {
         int32_t first, last, grain;
     };
-    for (const auto &[first, last, grain] : {Case{0, 1000, 7}, Case{-50, 60000, 1}, Case{5, 6, 1}, Case{0, 8, 8},
-                                             Case{0, 9, 8}, Case{2147483000, 2147483647, 10}}) {
-        std::vector<std::atomic<int>> visits(static_cast<std::size_t>(last - first));
-        parallel_for(first, last, grain, [&](int32_t begin, int32_t end) {
+    for (const Case &c : {Case{0, 1000, 7}, Case{-50, 60000, 1}, Case{5, 6, 1}, Case{0, 8, 8}, Case{0, 9, 8},
+                          Case{2147483000, 2147483647, 10}}) {
+        std::vector<std::atomic<int>> visits(static_cast<std::size_t>(c.last - c.first));
+        parallel_for(c.first, c.last, c.grain, [&](int32_t begin, int32_t end) {
             EXPECT_LT(begin, end);
-            for (int32_t i = begin; i < end; ++i) ++visits[static_cast<std::size_t>(i - first)];
+            for (int32_t i = begin; i < end; ++i) ++visits[static_cast<std::size_t>(i - c.first)];
         });
         EXPECT_TRUE(std::all_of(visits.begin(), visits.end(), [](const auto &count) { return count == 1; }));
     }
