@@ -19,7 +19,7 @@ if(WIN32)
             $<TARGET_LINKER_FILE:tavik>
     VERBATIM)
 else()
-  target_link_libraries(tavik PRIVATE $<BUILD_INTERFACE:TBB::tbb>)
+  target_link_libraries(tavik PRIVATE $<BUILD_INTERFACE:${parallel_library}>)
   # oneTBB's workers outlive a loop: they must not lose their code when a host closes the library.
   target_link_options(tavik PRIVATE -Wl,--no-undefined -Wl,-z,nodelete)
   set_target_properties(tavik PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
