@@ -1,0 +1,34 @@
+// A recipe makes one picture of the gallery; a family is one section. Both are rows of tables in recipes_*.cpp.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace gallery {
+
+class Run;
+
+struct Recipe {
+    const char *name; // of the picture's file, too
+    const char *title;
+    const char *sentence;
+    std::vector<std::string> exports; // all that it calls
+    void (*make)(Run &run);
+};
+
+struct Family {
+    const char *name;
+    const char *sentence;
+    std::vector<Recipe> recipes;
+};
+
+Family tone_family();
+Family convert_family();
+Family memops_family();
+Family scalar_family();
+Family frame_family();
+
+// In the order of the page.
+std::vector<Family> families();
+
+} // namespace gallery

@@ -1,0 +1,9 @@
+#include "host/recipe.h"
+
+namespace gallery {
+
+std::vector<Family> families() {
+    return {tone_family(), convert_family(), memops_family(), scalar_family(), frame_family()};
+}
+
+} // namespace gallery
