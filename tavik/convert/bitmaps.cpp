@@ -1,5 +1,6 @@
 #include "tavik/convert/convert.h"
 
+#include "tavik/frame/overlap.h"
 #include "tavik/frame/parallel_for.h"
 #include "tavik/frame/size_form.h"
 
@@ -15,8 +16,6 @@ using ConstPlane = const uint8_t *;
 
 constexpr PerLevel<void(ConstPlane r, ConstPlane g, ConstPlane b, uint32_t *dst, std::size_t count)> pack_bitmap =
     TAVIK_EVERY_LEVEL(pack_bitmap);
-constexpr PerLevel<void(Plane r, Plane g, Plane b, const uint32_t *src, std::size_t count)> unpack_bitmap =
-    TAVIK_EVERY_LEVEL(unpack_bitmap);
 constexpr PerLevel<void(ConstPlane r, ConstPlane g, ConstPlane b, uint8_t *dst, std::size_t count)> pack_quads =
     TAVIK_EVERY_LEVEL(pack_quads);
 constexpr PerLevel<void(Plane r, Plane g, Plane b, const uint8_t *src, std::size_t count)> unpack_quads =
@@ -45,14 +44,20 @@ TAVIK_EXPORT(void)
 bbytes_to_RGB(int32_t x_max, int32_t height, int32_t src_stride, int32_t /*ignored*/, uint8_t *dst_r, uint8_t *dst_g,
               uint8_t *dst_b, const uint32_t *src) {
     for_each_bitmap_row(x_max, height, src_stride, [&](std::ptrdiff_t d, std::ptrdiff_t s) {
-        unpack_bitmap.active()(dst_r + d, dst_g + d, dst_b + d, src + s, element_count(x_max));
+        // In memory a bitmap pixel is a quad with blue first.
+        const auto *quads = reinterpret_cast<const uint8_t *>(src + s);
+        unpack_quads.active()(dst_b + d, dst_g + d, dst_r + d, quads, element_count(x_max));
     });
 }
 
 TAVIK_EXPORT(void)
 LongRGBV_to_RGB_array(const uint8_t *src_r, const uint8_t *src_g, const uint8_t *src_b, uint8_t *dst, int32_t x_max,
                       int32_t y_max) {
-    pack_quads.active()(src_r, src_g, src_b, dst, upper_bounds(x_max, y_max));
+    const std::size_t count = upper_bounds(x_max, y_max);
+    // A plane that shares bytes with the wider quads needs the plain loop.
+    const auto apart = [&](const uint8_t *plane) { return plane != dst && same_or_apart(plane, dst, 4 * count); };
+    const bool independent = apart(src_r) && apart(src_g) && apart(src_b);
+    (independent ? pack_quads.active() : pack_quads.scalar())(src_r, src_g, src_b, dst, count);
 }
 
 TAVIK_EXPORT(void)

@@ -1,12 +1,55 @@
-// Vectors of bytes at the level that the including rows file is compiled for; include it inside the file,
-// for levels with byte shuffles (TAVIK_LEVEL >= TAVIK_SSE41).
+// Vectors of bytes at the level that the including rows file is compiled for; include it inside the file, for the
+// vector levels (TAVIK_LEVEL >= TAVIK_SSE2). A rows file uses them where the compiler makes little of a plain loop,
+// which then remains for the last elements and for the scalar level.
+
+using tavik::mean_of_three;
+using tavik::truncate;
 
 #if TAVIK_LEVEL >= TAVIK_AVX512
 
 using ByteVector = __m512i;
 
+// The forms without a mask start from an undefined vector, which compilers warn of.
+constexpr __mmask16 every_lane = 0xFFFF;
+
 inline ByteVector load(const uint8_t *from) { return _mm512_loadu_si512(from); }
 inline void store(uint8_t *to, ByteVector value) { _mm512_storeu_si512(to, value); }
+inline ByteVector every_byte(uint8_t value) { return _mm512_set1_epi8(static_cast<char>(value)); }
+inline ByteVector add_saturated(ByteVector a, ByteVector b) { return _mm512_adds_epu8(a, b); }
+inline ByteVector subtract_saturated(ByteVector a, ByteVector b) { return _mm512_subs_epu8(a, b); }
+inline ByteVector interleave_low_bytes(ByteVector a, ByteVector b) { return _mm512_unpacklo_epi8(a, b); }
+inline ByteVector interleave_high_bytes(ByteVector a, ByteVector b) { return _mm512_unpackhi_epi8(a, b); }
+inline ByteVector interleave_low_words(ByteVector a, ByteVector b) { return _mm512_unpacklo_epi16(a, b); }
+inline ByteVector interleave_high_words(ByteVector a, ByteVector b) { return _mm512_unpackhi_epi16(a, b); }
+inline ByteVector pack_words(ByteVector low, ByteVector high) { return _mm512_packus_epi16(low, high); }
+inline ByteVector pack_longs(ByteVector low, ByteVector high) { return _mm512_packs_epi32(low, high); }
+inline ByteVector multiply_high(ByteVector a, ByteVector b) { return _mm512_mulhi_epu16(a, b); }
+inline ByteVector multiply_add_pairs(ByteVector a, ByteVector b) { return _mm512_madd_epi16(a, b); }
+
+// Stores 16-byte lanes: the first of a, b, c and d, then the second of each, and so on.
+inline void store_lanes(uint8_t *to, ByteVector a, ByteVector b, ByteVector c, ByteVector d) {
+    const ByteVector ab_01 = __builtin_shufflevector(a, b, 0, 1, 2, 3, 8, 9, 10, 11);
+    const ByteVector ab_23 = __builtin_shufflevector(a, b, 4, 5, 6, 7, 12, 13, 14, 15);
+    const ByteVector cd_01 = __builtin_shufflevector(c, d, 0, 1, 2, 3, 8, 9, 10, 11);
+    const ByteVector cd_23 = __builtin_shufflevector(c, d, 4, 5, 6, 7, 12, 13, 14, 15);
+    store(to, __builtin_shufflevector(ab_01, cd_01, 0, 1, 4, 5, 8, 9, 12, 13));
+    store(to + 64, __builtin_shufflevector(ab_01, cd_01, 2, 3, 6, 7, 10, 11, 14, 15));
+    store(to + 128, __builtin_shufflevector(ab_23, cd_23, 0, 1, 4, 5, 8, 9, 12, 13));
+    store(to + 192, __builtin_shufflevector(ab_23, cd_23, 2, 3, 6, 7, 10, 11, 14, 15));
+}
+
+// Puts 4-byte parts in order: the first of each 16-byte lane, then the second of each, and so on.
+inline ByteVector gather_lanes(ByteVector value) {
+    const ByteVector order = _mm512_setr_epi32(0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15);
+    return _mm512_maskz_permutexvar_epi32(every_lane, order, value);
+}
+
+using FloatVector = __m512;
+
+inline FloatVector load(const float *from) { return _mm512_loadu_ps(from); }
+inline FloatVector every_float(float value) { return _mm512_set1_ps(value); }
+inline FloatVector minimum_else_second(FloatVector a, FloatVector b) { return _mm512_maskz_min_ps(every_lane, a, b); }
+inline ByteVector truncate(FloatVector value) { return _mm512_maskz_cvttps_epi32(every_lane, value); }
 
 #elif TAVIK_LEVEL >= TAVIK_AVX2
 
@@ -18,12 +61,39 @@ inline ByteVector every_byte(uint8_t value) { return _mm256_set1_epi8(static_cas
 inline ByteVector repeat_16(const uint8_t *from) {
     return _mm256_broadcastsi128_si256(_mm_loadu_si128(reinterpret_cast<const __m128i *>(from)));
 }
-inline ByteVector bit_and(ByteVector a, ByteVector b) { return _mm256_and_si256(a, b); }
+inline ByteVector add_saturated(ByteVector a, ByteVector b) { return _mm256_adds_epu8(a, b); }
+inline ByteVector subtract_saturated(ByteVector a, ByteVector b) { return _mm256_subs_epu8(a, b); }
 inline ByteVector add(ByteVector a, ByteVector b) { return _mm256_add_epi8(a, b); }
 inline ByteVector shuffle_16(ByteVector values, ByteVector index) { return _mm256_shuffle_epi8(values, index); }
 inline ByteVector select_by_top_bit(ByteVector choice, ByteVector if_clear, ByteVector if_set) {
     return _mm256_blendv_epi8(if_clear, if_set, choice);
 }
+inline ByteVector interleave_low_bytes(ByteVector a, ByteVector b) { return _mm256_unpacklo_epi8(a, b); }
+inline ByteVector interleave_high_bytes(ByteVector a, ByteVector b) { return _mm256_unpackhi_epi8(a, b); }
+inline ByteVector interleave_low_words(ByteVector a, ByteVector b) { return _mm256_unpacklo_epi16(a, b); }
+inline ByteVector interleave_high_words(ByteVector a, ByteVector b) { return _mm256_unpackhi_epi16(a, b); }
+inline ByteVector pack_words(ByteVector low, ByteVector high) { return _mm256_packus_epi16(low, high); }
+inline ByteVector pack_longs(ByteVector low, ByteVector high) { return _mm256_packs_epi32(low, high); }
+inline ByteVector multiply_high(ByteVector a, ByteVector b) { return _mm256_mulhi_epu16(a, b); }
+inline ByteVector multiply_add_pairs(ByteVector a, ByteVector b) { return _mm256_madd_epi16(a, b); }
+
+inline void store_lanes(uint8_t *to, ByteVector a, ByteVector b, ByteVector c, ByteVector d) {
+    store(to, _mm256_permute2x128_si256(a, b, 0x20));
+    store(to + 32, _mm256_permute2x128_si256(c, d, 0x20));
+    store(to + 64, _mm256_permute2x128_si256(a, b, 0x31));
+    store(to + 96, _mm256_permute2x128_si256(c, d, 0x31));
+}
+
+inline ByteVector gather_lanes(ByteVector value) {
+    return _mm256_permutevar8x32_epi32(value, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7));
+}
+
+using FloatVector = __m256;
+
+inline FloatVector load(const float *from) { return _mm256_loadu_ps(from); }
+inline FloatVector every_float(float value) { return _mm256_set1_ps(value); }
+inline FloatVector minimum_else_second(FloatVector a, FloatVector b) { return _mm256_min_ps(a, b); }
+inline ByteVector truncate(FloatVector value) { return _mm256_cvttps_epi32(value); }
 
 #else
 
@@ -32,12 +102,87 @@ using ByteVector = __m128i;
 inline ByteVector load(const uint8_t *from) { return _mm_loadu_si128(reinterpret_cast<const __m128i *>(from)); }
 inline void store(uint8_t *to, ByteVector value) { _mm_storeu_si128(reinterpret_cast<__m128i *>(to), value); }
 inline ByteVector every_byte(uint8_t value) { return _mm_set1_epi8(static_cast<char>(value)); }
+inline ByteVector add_saturated(ByteVector a, ByteVector b) { return _mm_adds_epu8(a, b); }
+inline ByteVector subtract_saturated(ByteVector a, ByteVector b) { return _mm_subs_epu8(a, b); }
+inline ByteVector interleave_low_bytes(ByteVector a, ByteVector b) { return _mm_unpacklo_epi8(a, b); }
+inline ByteVector interleave_high_bytes(ByteVector a, ByteVector b) { return _mm_unpackhi_epi8(a, b); }
+inline ByteVector interleave_low_words(ByteVector a, ByteVector b) { return _mm_unpacklo_epi16(a, b); }
+inline ByteVector interleave_high_words(ByteVector a, ByteVector b) { return _mm_unpackhi_epi16(a, b); }
+inline ByteVector pack_words(ByteVector low, ByteVector high) { return _mm_packus_epi16(low, high); }
+inline ByteVector pack_longs(ByteVector low, ByteVector high) { return _mm_packs_epi32(low, high); }
+inline ByteVector multiply_high(ByteVector a, ByteVector b) { return _mm_mulhi_epu16(a, b); }
+inline ByteVector multiply_add_pairs(ByteVector a, ByteVector b) { return _mm_madd_epi16(a, b); }
+
+inline void store_lanes(uint8_t *to, ByteVector a, ByteVector b, ByteVector c, ByteVector d) {
+    store(to, a);
+    store(to + 16, b);
+    store(to + 32, c);
+    store(to + 48, d);
+}
+
+inline ByteVector gather_lanes(ByteVector value) { return value; }
+
+#if TAVIK_LEVEL >= TAVIK_SSE41
 inline ByteVector repeat_16(const uint8_t *from) { return load(from); }
-inline ByteVector bit_and(ByteVector a, ByteVector b) { return _mm_and_si128(a, b); }
 inline ByteVector add(ByteVector a, ByteVector b) { return _mm_add_epi8(a, b); }
 inline ByteVector shuffle_16(ByteVector values, ByteVector index) { return _mm_shuffle_epi8(values, index); }
 inline ByteVector select_by_top_bit(ByteVector choice, ByteVector if_clear, ByteVector if_set) {
     return _mm_blendv_epi8(if_clear, if_set, choice);
 }
+#endif
+
+using FloatVector = __m128;
+
+inline FloatVector load(const float *from) { return _mm_loadu_ps(from); }
+inline FloatVector every_float(float value) { return _mm_set1_ps(value); }
+inline FloatVector minimum_else_second(FloatVector a, FloatVector b) { return _mm_min_ps(a, b); }
+inline ByteVector truncate(FloatVector value) { return _mm_cvttps_epi32(value); }
 
 #endif
+
+using Words = uint16_t __attribute__((vector_size(sizeof(ByteVector))));
+using Longs = int32_t __attribute__((vector_size(sizeof(ByteVector))));
+
+constexpr size_t vector_bytes = sizeof(ByteVector);
+
+// The two halves of the bytes as 16-bit numbers, and back. Each 16-byte lane has halves of its own, which
+// `from_words` puts together again.
+inline Words low_words(ByteVector bytes) { return reinterpret_cast<Words>(interleave_low_bytes(bytes, ByteVector{})); }
+inline Words high_words(ByteVector bytes) {
+    return reinterpret_cast<Words>(interleave_high_bytes(bytes, ByteVector{}));
+}
+inline ByteVector from_words(Words low, Words high) {
+    return pack_words(reinterpret_cast<ByteVector>(low), reinterpret_cast<ByteVector>(high));
+}
+
+// Applies a function of 16-bit numbers to bytes; it gives 0 .. 255.
+template <class Function, class... Bytes> ByteVector in_words(const Function &function, Bytes... bytes) {
+    return from_words(function(low_words(bytes)...), function(high_words(bytes)...));
+}
+
+inline Words multiply_high(Words a, Words b) {
+    return reinterpret_cast<Words>(multiply_high(reinterpret_cast<ByteVector>(a), reinterpret_cast<ByteVector>(b)));
+}
+
+inline ByteVector mean_of_three(ByteVector a, ByteVector b, ByteVector c) {
+    const Words third = Words{} + uint16_t{21846};
+    return in_words([&](Words x, Words y, Words z) { return multiply_high(x + y + z, third); }, a, b, c);
+}
+
+// Stores a[0], b[0], c[0], d[0], a[1], b[1] and so on.
+inline void store_interleaved(uint8_t *to, ByteVector a, ByteVector b, ByteVector c, ByteVector d) {
+    const ByteVector ab_low = interleave_low_bytes(a, b);
+    const ByteVector ab_high = interleave_high_bytes(a, b);
+    const ByteVector cd_low = interleave_low_bytes(c, d);
+    const ByteVector cd_high = interleave_high_bytes(c, d);
+    store_lanes(to, interleave_low_words(ab_low, cd_low), interleave_high_words(ab_low, cd_low),
+                interleave_low_words(ab_high, cd_high), interleave_high_words(ab_high, cd_high));
+}
+
+// Applies a function to as many floats as there are bytes in a vector; its 32-bit results are clamped to 0 .. 255.
+template <class Function> ByteVector bytes_of_floats(const float *from, const Function &function) {
+    constexpr size_t step = vector_bytes / sizeof(float);
+    const ByteVector low = pack_longs(function(load(from)), function(load(from + step)));
+    const ByteVector high = pack_longs(function(load(from + 2 * step)), function(load(from + 3 * step)));
+    return gather_lanes(pack_words(low, high));
+}

@@ -29,7 +29,7 @@ struct VectorTable {
     }
 
     ByteVector operator[](ByteVector index) const {
-        const ByteVector column = bit_and(index, every_byte(15));
+        const ByteVector column = index & every_byte(15);
         ByteVector choice = index;
         const ByteVector bit7 = choice;
         const ByteVector bit6 = choice = add(choice, choice);

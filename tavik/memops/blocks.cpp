@@ -14,9 +14,9 @@ namespace {
 
 using BlockRow = void(const uint8_t *src, uint8_t *dst, std::size_t count);
 
-constexpr PerLevel<BlockRow> add_saturated = TAVIK_EVERY_LEVEL(add_saturated);
-constexpr PerLevel<BlockRow> subtract_saturated = TAVIK_EVERY_LEVEL(subtract_saturated);
-constexpr PerLevel<BlockRow> multiply = TAVIK_EVERY_LEVEL(multiply);
+constexpr PerLevel<BlockRow> add_blocks = TAVIK_EVERY_LEVEL(add_blocks);
+constexpr PerLevel<BlockRow> subtract_blocks = TAVIK_EVERY_LEVEL(subtract_blocks);
+constexpr PerLevel<BlockRow> multiply_blocks = TAVIK_EVERY_LEVEL(multiply_blocks);
 
 constexpr std::size_t block_bytes = 16;
 
@@ -64,15 +64,15 @@ TAVIK_EXPORT(void) moveASM(const void *src, void *dst, int32_t bytes) {
 }
 
 TAVIK_EXPORT(void) add_SSE(int32_t width, int32_t height, const uint8_t *src, uint8_t *dst) {
-    combine_blocks(add_saturated, width, height, src, dst);
+    combine_blocks(add_blocks, width, height, src, dst);
 }
 
 TAVIK_EXPORT(void) sub_SSE(int32_t width, int32_t height, const uint8_t *src, uint8_t *dst) {
-    combine_blocks(subtract_saturated, width, height, src, dst);
+    combine_blocks(subtract_blocks, width, height, src, dst);
 }
 
 TAVIK_EXPORT(void) Mult_SSE(int32_t width, int32_t height, const uint8_t *src, uint8_t *dst) {
-    combine_blocks(multiply, width, height, src, dst);
+    combine_blocks(multiply_blocks, width, height, src, dst);
 }
 
 TAVIK_EXPORT(void) SSE_SQRT_SS(float *p) { *p = std::sqrt(*p); }

@@ -15,6 +15,14 @@ using ThreePlanesRow = void(uint8_t *r, uint8_t *g, uint8_t *b, std::size_t coun
 constexpr PerLevel<ThreePlanesRow> invert_value = TAVIK_EVERY_LEVEL(invert_value);
 constexpr PerLevel<ThreePlanesRow> cancel_value = TAVIK_EVERY_LEVEL(cancel_value);
 
+// Each plane is read and written, so any two that overlap partly need the plain loop.
+void change_planes(const PerLevel<ThreePlanesRow> &rows, int32_t width, int32_t height, uint8_t *r, uint8_t *g,
+                   uint8_t *b) {
+    const std::size_t count = counts(width, height);
+    const bool independent = same_or_apart(r, g, count) && same_or_apart(g, b, count) && same_or_apart(b, r, count);
+    (independent ? rows.active() : rows.scalar())(r, g, b, count);
+}
+
 } // namespace
 
 TAVIK_EXPORT(void) xInvert(int32_t x_max, int32_t y_max, uint8_t *plane) {
@@ -26,9 +34,9 @@ TAVIK_EXPORT(void) xNegate(int32_t width, int32_t height, uint8_t *plane) {
 }
 
 TAVIK_EXPORT(void) xInvertValue(int32_t width, int32_t height, uint8_t *r, uint8_t *g, uint8_t *b) {
-    invert_value.active()(r, g, b, counts(width, height));
+    change_planes(invert_value, width, height, r, g, b);
 }
 
 TAVIK_EXPORT(void) xValueCancelation(int32_t width, int32_t height, uint8_t *r, uint8_t *g, uint8_t *b) {
-    cancel_value.active()(r, g, b, counts(width, height));
+    change_planes(cancel_value, width, height, r, g, b);
 }

@@ -1,0 +1,66 @@
+// The table of results: a line for each case and size, with all vector levels beside each other.
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <array>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tavik/frame/vector_level.h"
+
+namespace tavik_bench {
+
+// What one line of the table is about.
+struct Subject {
+    std::string family;
+    std::string name;
+    std::string size;
+    double pixels;
+    double bytes; // read plus written for each pixel
+    std::string note;
+    bool reference = false; // the other lines of its size are compared with its speed
+};
+
+// Collects the benchmarks' times and writes the table in Markdown when all are done.
+class Table : public benchmark::BenchmarkReporter {
+  public:
+    // Adds a line; lines that nothing is measured for stay out of the table.
+    std::size_t add(const Subject &subject);
+
+    // Says that the benchmark of this name measures a level of a line. `all_threads`: the worker threads help,
+    // otherwise all is done on one thread.
+    void expect(const std::string &benchmark, std::size_t line, tavik::VectorLevel level, bool all_threads);
+
+    bool ReportContext(const Context &context) override;
+    void ReportRuns(const std::vector<Run> &runs) override;
+    void Finalize() override;
+
+  private:
+    struct Line {
+        Subject subject;
+        std::array<std::optional<double>, tavik::vector_level_names.size()> megapixels; // per second, one thread
+        std::optional<double> one_thread_time;                                          // elapsed, best level
+        std::optional<double> all_threads_time;                                         // elapsed, best level
+        bool measured = false;
+
+        std::optional<double> gigabytes() const; // per second, best level
+    };
+
+    struct Cell {
+        std::size_t line;
+        tavik::VectorLevel level;
+        bool all_threads;
+    };
+
+    std::optional<double> reference_speed(const std::string &size) const;
+    void write_heading(const std::string &family) const;
+    void write(const Line &line) const;
+
+    std::map<std::string, Cell> expected;
+    std::vector<Line> lines;
+};
+
+} // namespace tavik_bench
