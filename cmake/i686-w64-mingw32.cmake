@@ -6,7 +6,8 @@ set(CMAKE_C_COMPILER i686-w64-mingw32-gcc-posix)
 set(CMAKE_CXX_COMPILER i686-w64-mingw32-g++-posix)
 set(CMAKE_RC_COMPILER i686-w64-mingw32-windres)
 
-# Vector code for the processors of today. Floats in SSE registers, as in every other build; a host's stack may be aligned to 4 bytes only.
+# Loops are vectorised for the processors of today. Floats are in SSE registers, as in every other build; a host's
+# stack may be aligned to 4 bytes only.
 set(frame_flags "-march=i686 -mtune=generic -msse2 -mfpmath=sse -mstackrealign -mincoming-stack-boundary=2")
 set(CMAKE_C_FLAGS_INIT "${frame_flags}")
 set(CMAKE_CXX_FLAGS_INIT "${frame_flags}")
