@@ -3,6 +3,7 @@
 #define TAVIK_TAVIK_H
 
 #include "tavik/convert/convert.h"
+#include "tavik/dither/dither.h"
 #include "tavik/frame/frame.h"
 #include "tavik/memops/memops.h"
 #include "tavik/scalar/scalar.h"

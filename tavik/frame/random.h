@@ -3,12 +3,14 @@
 // the same numbers on every machine.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 namespace tavik {
 
 void seed_random(uint32_t seed);
 
-int32_t random_number();
+// Draws the next `count` numbers.
+void draw_random(uint16_t *numbers, std::size_t count);
 
 } // namespace tavik

@@ -101,8 +101,8 @@ TEST(Overlap, PlanesAreTheSameOrApart) {
 
 TEST(Random, RepeatsAfterASeedOnOneThread) {
     const auto draw = [] {
-        std::vector<int32_t> numbers(1000);
-        std::generate(numbers.begin(), numbers.end(), random_number);
+        std::vector<uint16_t> numbers(1000);
+        draw_random(numbers.data(), numbers.size());
         return numbers;
     };
     seed_random(7);
@@ -118,10 +118,17 @@ TEST(Random, RepeatsAfterASeedOnOneThread) {
     EXPECT_GE(*lowest, 0);
     EXPECT_LE(*highest, 32767);
     EXPECT_GT(*highest - *lowest, 30000);
+    // However they are drawn, one by one or many at a time.
+    seed_random(7);
+    std::vector<uint16_t> pieces(1000);
+    for (std::size_t i = 0, piece = 1; i < pieces.size(); i += piece, piece = piece * 3 % 101)
+        draw_random(&pieces[i], std::min(piece, pieces.size() - i));
+    EXPECT_EQ(pieces, numbers);
 #if !defined(_WIN32)
     seed_random(1);
-    EXPECT_EQ(random_number(), 41);
-    EXPECT_EQ(random_number(), 18467);
+    std::array<uint16_t, 3> first;
+    draw_random(first.data(), first.size());
+    EXPECT_EQ(first, (std::array<uint16_t, 3>{41, 18467, 6334}));
 #endif
 }
 
