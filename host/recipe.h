@@ -26,6 +26,7 @@ Family tone_family();
 Family convert_family();
 Family memops_family();
 Family scalar_family();
+Family dither_family();
 Family frame_family();
 
 // In the order of the page.
