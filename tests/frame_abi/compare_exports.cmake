@@ -1,0 +1,16 @@
+# Fails unless the shared library LIBRARY exports the names of the list EXPORTS and no others.
+file(STRINGS ${EXPORTS} lines REGEX "@")
+set(listed "")
+foreach(line IN LISTS lines)
+  if(line MATCHES "^ *([A-Za-z_0-9]+)@[0-9]+$")
+    list(APPEND listed ${CMAKE_MATCH_1})
+  endif()
+endforeach()
+execute_process(COMMAND ${NM} --dynamic --defined-only --format=just-symbols ${LIBRARY} OUTPUT_VARIABLE symbols
+                COMMAND_ERROR_IS_FATAL ANY)
+string(REGEX MATCHALL "[^\n]+" exported "${symbols}")
+list(SORT listed)
+list(SORT exported)
+if(NOT listed OR NOT listed STREQUAL exported)
+  message(FATAL_ERROR "listed: ${listed}\nexported: ${exported}")
+endif()
