@@ -1,8 +1,6 @@
 #include "tavik/composite/composite.h"
 
 #include <array>
-#include <utility>
-#include <vector>
 
 #include "tavik/frame/overlap.h"
 #include "tavik/frame/parallel_for.h"
@@ -32,38 +30,37 @@ struct AxisFit {
     }
 };
 
-// How a row of the destination takes its samples: the same for every row.
+// Where a piece of each row takes its samples from. Positions rise or fall along a row, so that those inside the
+// source are one run.
 class ColumnFit {
   public:
-    ColumnFit(const AxisFit &fit, int32_t width) : columns(element_count(width)) {
-        bool inside = false;
-        for (std::size_t x = 0; x < columns.size(); ++x) {
-            columns[x] = fit(static_cast<int32_t>(x));
-            const bool was_inside = std::exchange(inside, columns[x] >= 0);
-            if (inside && !was_inside) runs.push_back({x, x});
-            if (inside) runs.back().end = x + 1;
-        }
+    static constexpr int32_t longest = 4096;
+
+    ColumnFit(const AxisFit &fit, int32_t first, int32_t count) : count_(count) {
+        for (int32_t x = 0; x < count; ++x) columns_[static_cast<std::size_t>(x)] = fit(first + x);
+        while (begin_ < count && column(begin_) < 0) ++begin_;
+        end_ = begin_;
+        while (end_ < count && column(end_) >= 0) ++end_;
     }
 
     void place(const uint8_t *src, uint8_t *dst, uint8_t fill) const {
-        const int32_t *column = columns.data();
-        std::size_t filled = 0;
-        for (const Run run : runs) {
-            std::memset(dst + filled, fill, run.begin - filled);
-            for (std::size_t x = run.begin; x < run.end; ++x) dst[x] = src[column[x]];
-            filled = run.end;
-        }
-        std::memset(dst + filled, fill, columns.size() - filled);
+        // The stores below may alias members as far as the compiler knows.
+        const int32_t *const columns = columns_.data();
+        const std::ptrdiff_t end = end_;
+        std::memset(dst, fill, static_cast<std::size_t>(begin_));
+        for (std::ptrdiff_t x = begin_; x < end; ++x) dst[x] = src[columns[x]];
+        std::memset(dst + end, fill, static_cast<std::size_t>(count_ - end));
     }
 
-  private:
-    struct Run {
-        std::size_t begin;
-        std::size_t end;
-    };
+    std::size_t count() const { return static_cast<std::size_t>(count_); }
 
-    std::vector<int32_t> columns;
-    std::vector<Run> runs; // of columns inside the source
+  private:
+    int32_t column(int32_t x) const { return columns_[static_cast<std::size_t>(x)]; }
+
+    std::array<int32_t, longest> columns_;
+    int32_t count_;
+    int32_t begin_ = 0;
+    int32_t end_ = 0;
 };
 
 } // namespace
@@ -95,23 +92,30 @@ FixedAspectBlit(int32_t src_width, int32_t src_height, int32_t dst_width, int32_
     const std::array fills = {low_byte(fill1), low_byte(fill2), low_byte(fill3)};
     const std::array dst = {dst1, dst2, dst3};
     const std::array src = {src1, src2, src3};
-    const ColumnFit columns({x_offset, scale, src_width}, dst_width);
     const AxisFit rows{y_offset, scale, src_height};
-    const std::size_t stride = element_count(dst_width);
-    parallel_for(0, dst_height - 1, row_grain(dst_width), [&](int32_t begin, int32_t end) {
+    const AxisFit columns{x_offset, scale, src_width};
+    const auto draw_piece = [&](const ColumnFit &piece, int32_t left, int32_t begin, int32_t end) {
         for (int32_t y = begin; y < end; ++y) {
             const int32_t row = rows(y);
             const bool repeats = y > begin && row == rows(y - 1);
             for (std::size_t channel = 0; channel < 3; ++channel) {
-                uint8_t *to = dst[channel] + y * stride;
+                uint8_t *to = dst[channel] + std::ptrdiff_t{y} * dst_width + left;
                 if (row < 0) {
-                    std::memset(to, fills[channel], stride);
+                    std::memset(to, fills[channel], piece.count());
                 } else if (repeats) {
-                    std::memcpy(to, to - stride, stride);
+                    std::memcpy(to, to - dst_width, piece.count());
                 } else {
-                    columns.place(src[channel] + std::ptrdiff_t{row} * src_width, to, fills[channel]);
+                    piece.place(src[channel] + std::ptrdiff_t{row} * src_width, to, fills[channel]);
                 }
             }
         }
+    };
+    // A fit serves a few rows: fewer would compute it too often, more would leave the cache.
+    constexpr int32_t band = 128;
+    parallel_for(0, dst_height - 1, row_grain(dst_width), [&](int32_t begin, int32_t end) {
+        for (int32_t y = begin; y < end; y += band)
+            for (int32_t left = 0; left < dst_width; left += ColumnFit::longest)
+                draw_piece({columns, left, std::min(dst_width - left, ColumnFit::longest)}, left, y,
+                           std::min(end - y, band) + y);
     });
 }

@@ -17,7 +17,7 @@ struct Matte {
 constexpr float unit_per_byte_product = 1.0F / 65025.0F;
 
 // A fade is drawn in pieces of so many rows, which step along together, and columns, whole pairs of squares.
-constexpr std::size_t fade_rows = 16;
+constexpr int32_t fade_rows = 16;
 constexpr std::size_t pair_of_squares = 20;
 constexpr std::size_t fade_piece = 16 * pair_of_squares;
 
@@ -69,20 +69,28 @@ struct Ramp {
     }
 };
 
-void fade_rows_from(int32_t y, int32_t rows, const Ramp &ramp, std::size_t stride, const uint8_t *mask,
-                    const uint8_t *const src[3], uint8_t *const dst[3]) {
+struct FadePlanes {
+    std::size_t stride;
+    const uint8_t *mask;
+    const uint8_t *src[3];
+    uint8_t *dst[3];
+};
+
+// Draws up to fade_rows rows.
+void draw_fade(const Ramp &ramp, const FadePlanes &planes, int32_t first_row, int32_t rows) {
     float values[fade_rows];
-    for (int32_t row = 0; row < static_cast<int32_t>(fade_rows); ++row)
-        values[row] = static_cast<float>(y + row) * ramp.per_row - ramp.at_origin;
-    for (std::size_t x = 0; x < stride; x += fade_piece) {
-        const std::size_t count = std::min(fade_piece, stride - x);
+    for (int32_t row = 0; row < fade_rows; ++row)
+        values[row] = static_cast<float>(first_row + row) * ramp.per_row - ramp.at_origin;
+    for (std::size_t x = 0; x < planes.stride; x += fade_piece) {
+        const std::size_t count = std::min(fade_piece, planes.stride - x);
         uint8_t kept[fade_rows][fade_piece];
         fade_columns.active()(values, ramp.per_column, kept, count);
         for (int32_t row = 0; row < rows; ++row) {
-            const std::size_t start = (y + row) * stride + x;
-            const uint8_t *const from[3] = {src[0] + start, src[1] + start, src[2] + start};
-            uint8_t *const to[3] = {dst[0] + start, dst[1] + start, dst[2] + start};
-            fade_over_squares.active()(mask + start, kept[row], squares_of_row(y + row).data(), from, to, count);
+            const int32_t y = first_row + row;
+            const std::size_t start = y * planes.stride + x;
+            const uint8_t *const src[3] = {planes.src[0] + start, planes.src[1] + start, planes.src[2] + start};
+            uint8_t *const dst[3] = {planes.dst[0] + start, planes.dst[1] + start, planes.dst[2] + start};
+            fade_over_squares.active()(planes.mask + start, kept[row], squares_of_row(y).data(), src, dst, count);
         }
     }
 }
@@ -116,12 +124,10 @@ xLinearAlphaFadePreview(int32_t width, int32_t height, int32_t x1, int32_t y1, i
     const float dy = static_cast<float>(y1) - static_cast<float>(y2);
     if (dx * dx + dy * dy < 1.0F) return;
     const Ramp ramp(x1, y1, dx, dy);
-    const uint8_t *const src[3] = {src1, src2, src3};
-    uint8_t *const dst[3] = {dst1, dst2, dst3};
-    const std::size_t stride = element_count(width);
-    constexpr int32_t cost = 4;
-    parallel_for(0, height, std::max(row_grain(width) / cost, 1), [&](int32_t begin, int32_t end) {
-        for (int32_t y = begin; y < end; y += fade_rows)
-            fade_rows_from(y, std::min<int32_t>(end - y, fade_rows), ramp, stride, mask, src, dst);
+    const FadePlanes planes{element_count(width), mask, {src1, src2, src3}, {dst1, dst2, dst3}};
+    const int32_t bands = height > 0 ? (height - 1) / fade_rows + 1 : 0;
+    parallel_for(0, bands, std::max(row_grain(width) / fade_rows, 1), [&](int32_t begin, int32_t end) {
+        for (int32_t band = begin; band < end; ++band)
+            draw_fade(ramp, planes, band * fade_rows, std::min(height - band * fade_rows, fade_rows));
     });
 }

@@ -56,14 +56,14 @@ void fade_columns(float values[fade_rows], float step, uint8_t (*kept)[fade_piec
             }
             std::copy(next, next + 16, bytes);
         }
-        for (size_t row = 0; row < fade_rows; ++row)
+        for (int32_t row = 0; row < fade_rows; ++row)
             _mm_storeu_si128(reinterpret_cast<__m128i *>(&kept[row][x]), bytes[row]);
     }
     for (int quarter = 0; quarter < 4; ++quarter) _mm_storeu_ps(values + 4 * quarter, v[quarter]);
 }
 #else
 void fade_columns(float values[fade_rows], float step, uint8_t (*kept)[fade_piece], size_t count) {
-    for (size_t row = 0; row < fade_rows; ++row) {
+    for (int32_t row = 0; row < fade_rows; ++row) {
         for (size_t x = 0; x < count; ++x) {
             values[row] += step;
             kept[row][x] = static_cast<uint8_t>(255 - clamp_to_byte(truncate(-values[row])));
