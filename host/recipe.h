@@ -23,6 +23,8 @@ struct Family {
 };
 
 Family tone_family();
+Family blend_family();
+Family composite_family();
 Family convert_family();
 Family memops_family();
 Family scalar_family();

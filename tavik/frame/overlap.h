@@ -1,8 +1,10 @@
 // Which row a serial export may use for two planes.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
 
 #include "tavik/frame/vector_level.h"
 
@@ -18,6 +20,15 @@ inline bool same_or_apart(const void *a, const void *b, std::size_t bytes) {
 // The row that gives what increasing element order gives.
 template <class Row> Row &row_in_order(const PerLevel<Row> &rows, const void *src, const void *dst, std::size_t bytes) {
     return same_or_apart(src, dst, bytes) ? rows.active() : rows.scalar();
+}
+
+// The same with several sources of one destination.
+template <class Row>
+Row &row_in_order(const PerLevel<Row> &rows, std::initializer_list<const void *> sources, const void *dst,
+                  std::size_t bytes) {
+    const bool in_order =
+        std::all_of(sources.begin(), sources.end(), [=](const void *src) { return same_or_apart(src, dst, bytes); });
+    return in_order ? rows.active() : rows.scalar();
 }
 
 } // namespace tavik
