@@ -2,6 +2,7 @@
 #ifndef TAVIK_TAVIK_H
 #define TAVIK_TAVIK_H
 
+#include "tavik/colour/colour.h"
 #include "tavik/convert/convert.h"
 #include "tavik/dither/dither.h"
 #include "tavik/frame/frame.h"
