@@ -5,6 +5,7 @@
 #include "tavik/colour/colour.h"
 #include "tavik/convert/convert.h"
 #include "tavik/dither/dither.h"
+#include "tavik/filters/filters.h"
 #include "tavik/frame/frame.h"
 #include "tavik/memops/memops.h"
 #include "tavik/scalar/scalar.h"
