@@ -23,6 +23,8 @@ struct Family {
 };
 
 Family tone_family();
+Family colour_family();
+Family filters_family();
 Family convert_family();
 Family memops_family();
 Family scalar_family();
