@@ -25,6 +25,8 @@ struct Family {
 Family tone_family();
 Family blend_family();
 Family composite_family();
+Family colour_family();
+Family filters_family();
 Family convert_family();
 Family memops_family();
 Family scalar_family();

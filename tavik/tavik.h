@@ -2,9 +2,11 @@
 #ifndef TAVIK_TAVIK_H
 #define TAVIK_TAVIK_H
 
+#include "tavik/colour/colour.h"
 #include "tavik/composite/composite.h"
 #include "tavik/convert/convert.h"
 #include "tavik/dither/dither.h"
+#include "tavik/filters/filters.h"
 #include "tavik/frame/frame.h"
 #include "tavik/memops/memops.h"
 #include "tavik/scalar/scalar.h"

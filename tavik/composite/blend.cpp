@@ -31,13 +31,13 @@ constexpr PerLevel<LayerRow> linear_burn = TAVIK_EVERY_LEVEL(linear_burn);
 constexpr PerLevel<LayerRow> linear_light = TAVIK_EVERY_LEVEL(linear_light);
 
 void combine(const PerLevel<CombineRow> &rows, std::size_t count, const uint8_t *a, const uint8_t *b, uint8_t *dst) {
-    row_in_order(rows, {a, b}, dst, count)(a, b, dst, count);
+    row_in_order(rows, {a, b, dst}, count)(a, b, dst, count);
 }
 
 void mix_by_amount(std::size_t count, int32_t amount_of_b, const uint8_t *a, const uint8_t *b, uint8_t *dst) {
     const float share_of_b = static_cast<float>(amount_of_b) * unit_per_byte;
     const auto &rows = amount_of_b >= 0 && amount_of_b <= 255 ? mix : mix_and_wrap;
-    row_in_order(rows, {a, b}, dst, count)(a, b, dst, count, share_of_b);
+    row_in_order(rows, {a, b, dst}, count)(a, b, dst, count, share_of_b);
 }
 
 void blend_layer(const PerLevel<LayerRow> &rows, int32_t width, int32_t height, const uint8_t *layer, uint8_t *target) {
@@ -74,7 +74,7 @@ xBlend2(int32_t x_max, int32_t y_max, int32_t amount, const uint8_t *src_a, cons
 TAVIK_EXPORT(void)
 Overlay_channel(uint8_t *over, const uint8_t *under, const uint8_t *mask, int32_t width, int32_t height) {
     const std::size_t count = counts(width, height);
-    row_in_order(overlay, {under, mask}, over, count)(over, under, mask, over, count);
+    row_in_order(overlay, {under, mask, over}, count)(over, under, mask, over, count);
 }
 
 TAVIK_EXPORT(void) xcombineSoftLight(int32_t width, int32_t height, const uint8_t *layer, uint8_t *target) {

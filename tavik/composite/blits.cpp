@@ -68,7 +68,7 @@ class ColumnFit {
 TAVIK_EXPORT(void)
 AlphaBlit(int32_t width, int32_t height, const uint8_t *src, uint8_t *dst, const uint8_t *alpha) {
     const std::size_t count = counts(width, height);
-    row_in_order(alpha_blit, {src, alpha}, dst, count)(src, alpha, dst, count);
+    row_in_order(alpha_blit, {src, alpha, dst}, count)(src, alpha, dst, count);
 }
 
 TAVIK_EXPORT(void)

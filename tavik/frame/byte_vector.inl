@@ -17,6 +17,8 @@ inline void store(uint8_t *to, ByteVector value) { _mm512_storeu_si512(to, value
 inline ByteVector every_byte(uint8_t value) { return _mm512_set1_epi8(static_cast<char>(value)); }
 inline ByteVector add_saturated(ByteVector a, ByteVector b) { return _mm512_adds_epu8(a, b); }
 inline ByteVector subtract_saturated(ByteVector a, ByteVector b) { return _mm512_subs_epu8(a, b); }
+inline ByteVector minimum(ByteVector a, ByteVector b) { return _mm512_min_epu8(a, b); }
+inline ByteVector maximum(ByteVector a, ByteVector b) { return _mm512_max_epu8(a, b); }
 inline ByteVector interleave_low_bytes(ByteVector a, ByteVector b) { return _mm512_unpacklo_epi8(a, b); }
 inline ByteVector interleave_high_bytes(ByteVector a, ByteVector b) { return _mm512_unpackhi_epi8(a, b); }
 inline ByteVector interleave_low_words(ByteVector a, ByteVector b) { return _mm512_unpacklo_epi16(a, b); }
@@ -63,6 +65,8 @@ inline ByteVector repeat_16(const uint8_t *from) {
 }
 inline ByteVector add_saturated(ByteVector a, ByteVector b) { return _mm256_adds_epu8(a, b); }
 inline ByteVector subtract_saturated(ByteVector a, ByteVector b) { return _mm256_subs_epu8(a, b); }
+inline ByteVector minimum(ByteVector a, ByteVector b) { return _mm256_min_epu8(a, b); }
+inline ByteVector maximum(ByteVector a, ByteVector b) { return _mm256_max_epu8(a, b); }
 inline ByteVector add(ByteVector a, ByteVector b) { return _mm256_add_epi8(a, b); }
 inline ByteVector shuffle_16(ByteVector values, ByteVector index) { return _mm256_shuffle_epi8(values, index); }
 inline ByteVector select_by_top_bit(ByteVector choice, ByteVector if_clear, ByteVector if_set) {
@@ -104,6 +108,8 @@ inline void store(uint8_t *to, ByteVector value) { _mm_storeu_si128(reinterpret_
 inline ByteVector every_byte(uint8_t value) { return _mm_set1_epi8(static_cast<char>(value)); }
 inline ByteVector add_saturated(ByteVector a, ByteVector b) { return _mm_adds_epu8(a, b); }
 inline ByteVector subtract_saturated(ByteVector a, ByteVector b) { return _mm_subs_epu8(a, b); }
+inline ByteVector minimum(ByteVector a, ByteVector b) { return _mm_min_epu8(a, b); }
+inline ByteVector maximum(ByteVector a, ByteVector b) { return _mm_max_epu8(a, b); }
 inline ByteVector interleave_low_bytes(ByteVector a, ByteVector b) { return _mm_unpacklo_epi8(a, b); }
 inline ByteVector interleave_high_bytes(ByteVector a, ByteVector b) { return _mm_unpackhi_epi8(a, b); }
 inline ByteVector interleave_low_words(ByteVector a, ByteVector b) { return _mm_unpacklo_epi16(a, b); }
@@ -185,4 +191,12 @@ template <class Function> ByteVector bytes_of_floats(const float *from, const Fu
     const ByteVector low = pack_longs(function(load(from)), function(load(from + step)));
     const ByteVector high = pack_longs(function(load(from + 2 * step)), function(load(from + 3 * step)));
     return gather_lanes(pack_words(low, high));
+}
+
+// Calls body(i) for vectors at i that cover `count` bytes, if there are enough for one; else it returns 0. The last may
+// cover bytes of the one before again, so destinations must be apart from sources.
+template <class Body> size_t cover_with_vectors(size_t count, const Body &body) {
+    if (count < vector_bytes) return 0;
+    for (size_t i = 0; i < count; i += vector_bytes) body(std::min(i, count - vector_bytes));
+    return count;
 }

@@ -22,13 +22,13 @@ template <class Row> Row &row_in_order(const PerLevel<Row> &rows, const void *sr
     return same_or_apart(src, dst, bytes) ? rows.active() : rows.scalar();
 }
 
-// The same with several sources of one destination.
+// The same for any number of planes, no two of which may overlap partly.
 template <class Row>
-Row &row_in_order(const PerLevel<Row> &rows, std::initializer_list<const void *> sources, const void *dst,
-                  std::size_t bytes) {
-    const bool in_order =
-        std::all_of(sources.begin(), sources.end(), [=](const void *src) { return same_or_apart(src, dst, bytes); });
-    return in_order ? rows.active() : rows.scalar();
+Row &row_in_order(const PerLevel<Row> &rows, std::initializer_list<const void *> planes, std::size_t bytes) {
+    const bool independent = std::all_of(planes.begin(), planes.end(), [&](const void *a) {
+        return std::all_of(planes.begin(), planes.end(), [&](const void *b) { return same_or_apart(a, b, bytes); });
+    });
+    return independent ? rows.active() : rows.scalar();
 }
 
 } // namespace tavik

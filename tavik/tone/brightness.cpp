@@ -69,8 +69,9 @@ TAVIK_EXPORT(void) xcontrast(int32_t x_max, int32_t y_max, float amount, uint8_t
 TAVIK_EXPORT(void)
 FastGreyscaleExpose(const uint8_t *src_r, const uint8_t *src_g, const uint8_t *src_b, int32_t width, int32_t height,
                     uint8_t *dst1, uint8_t *dst2, uint8_t *dst3, int32_t expose_r, int32_t expose_g, int32_t expose_b) {
-    weighted_grey.active()(GreyWeights(expose_r, expose_g, expose_b), src_r, src_g, src_b, dst1, dst2, dst3,
-                           one_short(width, height));
+    const std::size_t count = one_short(width, height);
+    auto &row = row_in_order(weighted_grey, {src_r, src_g, src_b, dst1, dst2, dst3}, count);
+    row(GreyWeights(expose_r, expose_g, expose_b), src_r, src_g, src_b, dst1, dst2, dst3, count);
 }
 
 TAVIK_EXPORT(void) xDimChannel(float factor, int32_t count, uint8_t *plane) {

@@ -15,12 +15,10 @@ using ThreePlanesRow = void(uint8_t *r, uint8_t *g, uint8_t *b, std::size_t coun
 constexpr PerLevel<ThreePlanesRow> invert_value = TAVIK_EVERY_LEVEL(invert_value);
 constexpr PerLevel<ThreePlanesRow> cancel_value = TAVIK_EVERY_LEVEL(cancel_value);
 
-// Each plane is read and written, so any two that overlap partly need the plain loop.
 void change_planes(const PerLevel<ThreePlanesRow> &rows, int32_t width, int32_t height, uint8_t *r, uint8_t *g,
                    uint8_t *b) {
     const std::size_t count = counts(width, height);
-    const bool independent = same_or_apart(r, g, count) && same_or_apart(g, b, count) && same_or_apart(b, r, count);
-    (independent ? rows.active() : rows.scalar())(r, g, b, count);
+    row_in_order(rows, {r, g, b}, count)(r, g, b, count);
 }
 
 } // namespace

@@ -1,0 +1,105 @@
+#include "tavik/colour/colour.h"
+#include "tavik/frame/overlap.h"
+#include "tavik/frame/parallel_for.h"
+#include "tavik/frame/size_form.h"
+
+namespace {
+
+struct Sepia {
+    float contrast;
+    float lift;
+    float desaturate;
+    float tint;
+};
+
+struct Duotone {
+    int32_t light[3];
+    int32_t dark[3];
+};
+
+} // namespace
+
+#define TAVIK_ROWS "tavik/colour/looks_rows.inl"
+#include "tavik/frame/each_level.inl"
+
+using namespace tavik;
+
+namespace {
+
+// `down` is how far down the picture the row lies, 0 to below 1.
+using GradedRow = void(uint8_t *r, uint8_t *g, uint8_t *b, std::size_t count, float down);
+
+constexpr PerLevel<GradedRow> darken_to_night = TAVIK_EVERY_LEVEL(darken_to_night);
+constexpr PerLevel<GradedRow> add_fog = TAVIK_EVERY_LEVEL(add_fog);
+
+template <class Look>
+using LookRow = void(const Look &look, const uint8_t *src_r, const uint8_t *src_g, const uint8_t *src_b, uint8_t *dst_r,
+                     uint8_t *dst_g, uint8_t *dst_b, std::size_t count);
+
+constexpr PerLevel<LookRow<Sepia>> tone_sepia = TAVIK_EVERY_LEVEL(tone_sepia);
+constexpr PerLevel<LookRow<Duotone>> tone_duotone = TAVIK_EVERY_LEVEL(tone_duotone);
+constexpr PerLevel<void(const uint8_t *r, const uint8_t *g, const uint8_t *b, float *dst, std::size_t count)>
+    mean_to_float = TAVIK_EVERY_LEVEL(mean_to_float);
+
+void grade_rows(const PerLevel<GradedRow> &rows, int32_t width, int32_t height, uint8_t *r, uint8_t *g, uint8_t *b) {
+    if (width <= 0) return;
+    const std::size_t stride = element_count(width);
+    auto &row = row_in_order(rows, {r, g, b}, stride * element_count(height));
+    const float step = 1.0F / static_cast<float>(height);
+    for (int32_t y = 0; y < height; ++y) {
+        const std::size_t start = stride * static_cast<std::size_t>(y);
+        row(r + start, g + start, b + start, stride, static_cast<float>(y) * step);
+    }
+}
+
+// Rows are packed, so a range of rows is one run.
+template <class Look>
+void apply_look(const PerLevel<LookRow<Look>> &rows, const Look &look, int32_t width, int32_t height,
+                const uint8_t *src_r, const uint8_t *src_g, const uint8_t *src_b, uint8_t *dst_r, uint8_t *dst_g,
+                uint8_t *dst_b) {
+    const std::size_t stride = element_count(width);
+    parallel_for(0, height, row_grain(width), [&](int32_t begin, int32_t end) {
+        const std::size_t start = begin * stride;
+        rows.active()(look, src_r + start, src_g + start, src_b + start, dst_r + start, dst_g + start, dst_b + start,
+                      (end - begin) * stride);
+    });
+}
+
+} // namespace
+
+TAVIK_EXPORT(void) xDayForNight(int32_t width, int32_t height, uint8_t *r, uint8_t *g, uint8_t *b) {
+    grade_rows(darken_to_night, width, height, r, g, b);
+}
+
+TAVIK_EXPORT(void) xFogFilter(int32_t width, int32_t height, uint8_t *r, uint8_t *g, uint8_t *b) {
+    grade_rows(add_fog, width, height, r, g, b);
+}
+
+TAVIK_EXPORT(void)
+xSepia(int32_t width, int32_t height, float lift, float desaturate, float tint, const uint8_t *src_r,
+       const uint8_t *src_g, const uint8_t *src_b, uint8_t *dst_r, uint8_t *dst_g, uint8_t *dst_b) {
+    const Sepia sepia = {1.0F - 2.0F * lift, lift * 255.0F, desaturate, tint};
+    apply_look(tone_sepia, sepia, width, height, src_r, src_g, src_b, dst_r, dst_g, dst_b);
+}
+
+TAVIK_EXPORT(void)
+xDuotone(int32_t width, int32_t height, int32_t light_r, int32_t light_g, int32_t light_b, int32_t dark_r,
+         int32_t dark_g, int32_t dark_b, const uint8_t *src_r, const uint8_t *src_g, const uint8_t *src_b,
+         uint8_t *dst_r, uint8_t *dst_g, uint8_t *dst_b) {
+    const Duotone duotone = {{light_r, light_g, light_b}, {dark_r, dark_g, dark_b}};
+    apply_look(tone_duotone, duotone, width, height, src_r, src_g, src_b, dst_r, dst_g, dst_b);
+}
+
+TAVIK_EXPORT(void)
+colortograyscale_trim(int32_t width, int32_t height, const uint8_t *src_r, const uint8_t *src_g, const uint8_t *src_b,
+                      float *dst) {
+    if (width < 2 || height < 2) return;
+    const std::size_t stride = element_count(width);
+    const std::size_t kept = stride - 1;
+    parallel_for(0, height - 1, row_grain(width), [&](int32_t begin, int32_t end) {
+        for (int32_t y = begin; y < end; ++y) {
+            const std::size_t start = y * stride;
+            mean_to_float.active()(src_r + start, src_g + start, src_b + start, dst + y * kept, kept);
+        }
+    });
+}
