@@ -66,9 +66,9 @@ std::vector<float> normals_of(Run &run) {
     run.call(EXPORT(colortograyscale_trim), photo.width, photo.height, photo.red.data(), photo.green.data(),
              photo.blue.data(), grey.data());
     const auto height_at = [&](int32_t x, int32_t y) {
-        const int32_t column = std::clamp(x, 0, photo.x_max() - 1);
-        const int32_t row = std::clamp(y, 0, photo.y_max() - 1);
-        return grey[static_cast<std::size_t>(row * photo.x_max() + column)] / 12.0F;
+        const auto column = static_cast<std::size_t>(std::clamp(x, 0, photo.x_max() - 1));
+        const auto row = static_cast<std::size_t>(std::clamp(y, 0, photo.y_max() - 1));
+        return grey[row * static_cast<std::size_t>(photo.x_max()) + column] / 12.0F;
     };
     std::vector<float> normals;
     for (int32_t y = 0; y < photo.height; ++y) {
