@@ -23,7 +23,8 @@ inline uint8_t convolve_sample(const Kernel &kernel, const ThreeRows &src, size_
 class LightConvolution {
   public:
     explicit LightConvolution(const Kernel &light_kernel)
-        : bias(Longs{} + light_kernel.bias), reciprocal(every_float(light_kernel.short_reciprocal)) {
+        : bias(WrappingLongs{} + static_cast<uint32_t>(light_kernel.bias)),
+          reciprocal(every_float(light_kernel.short_reciprocal)) {
         const auto &w = light_kernel.weights;
         weights[0] = pair(w[0], w[3]);
         weights[1] = pair(w[1], w[4]);
@@ -50,6 +51,8 @@ class LightConvolution {
     }
 
   private:
+    using WrappingLongs = uint32_t __attribute__((vector_size(sizeof(ByteVector))));
+
     static ByteVector pair(int32_t first, int32_t second) {
         const uint32_t bits = (static_cast<uint32_t>(second) << 16) | (static_cast<uint32_t>(first) & 0xFFFF);
         return reinterpret_cast<ByteVector>(Longs{} + static_cast<int32_t>(bits));
@@ -58,11 +61,11 @@ class LightConvolution {
     // Packing sees to the clamp.
     ByteVector finish(Longs sum) const {
         const FloatVector quotient = __builtin_convertvector(sum, FloatVector) * reciprocal;
-        return reinterpret_cast<ByteVector>(reinterpret_cast<Longs>(truncate(quotient)) + bias);
+        return reinterpret_cast<ByteVector>(reinterpret_cast<WrappingLongs>(truncate(quotient)) + bias);
     }
 
     ByteVector weights[5];
-    Longs bias;
+    WrappingLongs bias;
     FloatVector reciprocal;
 };
 
