@@ -26,6 +26,29 @@ constexpr float clamp_nan_high(float value, float low, float high) {
     return raised < high ? raised : high;
 }
 
+// Clamps above first, so a `high` below `low` gives `low`. NaN gives `high`.
+constexpr float clamp(float value, float low, float high) {
+    const float lowered = value < high ? value : high;
+    return lowered > low ? lowered : low;
+}
+
+// The largest integer that is not above the value, which is held to ±2^30; NaN gives 2^30.
+[[gnu::always_inline]] constexpr int32_t floor_to_int(float value) {
+    const float held = clamp(value, -1073741824.0F, 1073741824.0F);
+    const auto truncated = static_cast<int32_t>(held);
+    return truncated - (static_cast<float>(truncated) > held ? 1 : 0);
+}
+
+// Rounds to the nearest byte, halves up.
+constexpr uint8_t round_to_byte(float value) {
+    return static_cast<uint8_t>(static_cast<int32_t>(clamp(value + 0.5F, 0.0F, 255.0F)));
+}
+
+// The index of the sample nearest to a position among `count` of them, the end samples beyond the ends.
+constexpr int32_t nearest_index(float position, int32_t count) {
+    return static_cast<int32_t>(clamp(position + 0.5F, 0.0F, static_cast<float>(count - 1)));
+}
+
 constexpr int32_t clamp_to_byte(int32_t value) { return value < 0 ? 0 : (value > 255 ? 255 : value); }
 
 // Integer mean of three bytes: (a + b + c) / 3. 21846 / 65536 is above 1/3 by 1/98304, too little to carry any

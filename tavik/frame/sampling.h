@@ -1,0 +1,58 @@
+// Samples between samples: positions are those of sample centres, x to the right and y down.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+
+#include "tavik/frame/arithmetic.h"
+#include "tavik/frame/vector_level.h"
+
+namespace tavik {
+
+// Between a and b, c and d below them.
+[[gnu::always_inline]] constexpr float lerp4(float a, float b, float c, float d, float x, float y) {
+    const float top = (b - a) * x + a;
+    const float bottom = (d - c) * x + c;
+    return (bottom - top) * y + top;
+}
+
+// Of a plane of bytes or floats, width and height at least 1. Beyond the plane its edge is repeated; NaN is beyond
+// the far edges.
+template <class Sample>
+[[gnu::always_inline]] inline float bilinear(const Sample *plane, int32_t width, int32_t height, float x, float y) {
+    const float held_x = clamp(x, 0.0F, static_cast<float>(width - 1));
+    const float held_y = clamp(y, 0.0F, static_cast<float>(height - 1));
+    const auto column = static_cast<int32_t>(held_x);
+    const auto row = static_cast<int32_t>(held_y);
+    const auto next = static_cast<std::size_t>(column < width - 1 ? 1 : 0);
+    const Sample *top = plane + static_cast<std::size_t>(row) * static_cast<std::size_t>(width) + column;
+    const Sample *bottom = top + static_cast<std::size_t>(row < height - 1 ? width : 0);
+    return lerp4(static_cast<float>(top[0]), static_cast<float>(top[next]), static_cast<float>(bottom[0]),
+                 static_cast<float>(bottom[next]), held_x - static_cast<float>(column),
+                 held_y - static_cast<float>(row));
+}
+
+// The same with columns that repeat: x is held to 0 .. width, and the first column follows the last.
+template <class Sample>
+[[gnu::always_inline]] inline float bilinear_wrapped(const Sample *plane, int32_t width, int32_t height, float x,
+                                                     float y) {
+    const float held_x = clamp(x, 0.0F, static_cast<float>(width));
+    const float held_y = clamp(y, 0.0F, static_cast<float>(height - 1));
+    const auto whole = static_cast<int32_t>(held_x);
+    const auto row = static_cast<int32_t>(held_y);
+    const int32_t column = whole < width ? whole : whole - width;
+    const int32_t next = column + 1 < width ? column + 1 : 0;
+    const Sample *top = plane + static_cast<std::size_t>(row) * static_cast<std::size_t>(width);
+    const Sample *bottom = top + static_cast<std::size_t>(row < height - 1 ? width : 0);
+    return lerp4(static_cast<float>(top[column]), static_cast<float>(top[next]), static_cast<float>(bottom[column]),
+                 static_cast<float>(bottom[next]), held_x - static_cast<float>(whole),
+                 held_y - static_cast<float>(row));
+}
+
+// dst[i] = bilinear(plane, width, height, x[i], y[i]).
+using SampleBilinearRow = void(const uint8_t *plane, int32_t width, int32_t height, const float *x, const float *y,
+                               float *dst, std::size_t count);
+extern const PerLevel<SampleBilinearRow> sample_bilinear;
+
+} // namespace tavik
