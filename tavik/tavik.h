@@ -8,7 +8,9 @@
 #include "tavik/dither/dither.h"
 #include "tavik/filters/filters.h"
 #include "tavik/frame/frame.h"
+#include "tavik/lighting/lighting.h"
 #include "tavik/memops/memops.h"
+#include "tavik/raster/raster.h"
 #include "tavik/scalar/scalar.h"
 #include "tavik/tone/tone.h"
 

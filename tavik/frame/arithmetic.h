@@ -1,6 +1,7 @@
 // Number rules that every family shares.
 #pragma once
 
+#include <bit>
 #include <cstdint>
 #include <limits>
 
@@ -67,6 +68,11 @@ constexpr int32_t wrap_sub(int32_t a, int32_t b) {
 }
 constexpr int32_t wrap_mul(int32_t a, int32_t b) {
     return static_cast<int32_t>(static_cast<uint32_t>(a) * static_cast<uint32_t>(b));
+}
+
+// About √x, up to 6% high, by halving the exponent in the float's bits.
+constexpr float fast_root(float x) {
+    return std::bit_cast<float>((wrap_sub(std::bit_cast<int32_t>(x), 0x00800000) >> 1) + 0x20000000);
 }
 
 // 1/255 to single precision.

@@ -46,9 +46,7 @@ TAVIK_EXPORT(float) InvSqrt(float x) {
     return y * (1.5F - 0.5F * x * y * y);
 }
 
-TAVIK_EXPORT(float) fastsqrt(float x) {
-    return std::bit_cast<float>((wrap_sub(std::bit_cast<int32_t>(x), 0x00800000) >> 1) + 0x20000000);
-}
+TAVIK_EXPORT(float) fastsqrt(float x) { return fast_root(x); }
 
 TAVIK_EXPORT(float) fast_acos(float x) { return std::acos(x); }
 

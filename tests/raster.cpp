@@ -1,0 +1,605 @@
+#include "tavik/raster/raster.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <random>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/bulk.h"
+
+using namespace tavik_test;
+
+namespace {
+
+// Three planes and their depth, of rows one sample wider than what is drawn.
+struct Screen {
+    int32_t x_limit, y_limit;
+    std::array<std::vector<uint8_t>, 3> planes;
+    std::vector<float> depth;
+
+    Screen(int32_t columns, int32_t rows, float far = 100) : x_limit(columns), y_limit(rows) {
+        const auto count = static_cast<std::size_t>((columns + 1) * rows);
+        for (auto &plane : planes) plane.assign(count, 9);
+        depth.assign(count, far);
+    }
+
+    tavik_triangle triangle() {
+        tavik_triangle t = {};
+        t.x_limit = x_limit;
+        t.y_limit = y_limit;
+        t.plane_r = planes[0].data();
+        t.plane_g = planes[1].data();
+        t.plane_b = planes[2].data();
+        t.depth = depth.data();
+        return t;
+    }
+    std::vector<int> red(int32_t y) const {
+        const auto start = planes[0].begin() + y * (x_limit + 1);
+        return {start, start + x_limit + 1};
+    }
+    bool operator==(const Screen &) const = default;
+};
+
+struct Corner {
+    int32_t x, y;
+    float z = 1;
+    int32_t red = 50;
+};
+
+tavik_triangle triangle_of(Screen &screen, Corner a, Corner b, Corner c) {
+    tavik_triangle t = screen.triangle();
+    t.x0 = a.x;
+    t.y0 = a.y;
+    t.x1 = b.x;
+    t.y1 = b.y;
+    t.x2 = c.x;
+    t.y2 = c.y;
+    t.z0 = a.z;
+    t.z1 = b.z;
+    t.z2 = c.z;
+    t.r0 = a.red;
+    t.r1 = b.red;
+    t.r2 = c.red;
+    return t;
+}
+
+void draw(Screen &screen, Corner a, Corner b, Corner c) {
+    tavik_triangle t = triangle_of(screen, a, b, c);
+    zTriangle(&t);
+}
+
+using Row = std::vector<int>;
+
+TEST(Raster, DepthTriangleFillsBothEndsOfItsRows) {
+    Screen screen(8, 6);
+    draw(screen, {1, 1, 1, 10}, {5, 1, 1, 50}, {1, 5, 1, 90});
+    EXPECT_EQ(screen.red(0), (Row{9, 9, 9, 9, 9, 9, 9, 9, 9}));
+    EXPECT_EQ(screen.red(1), (Row{9, 10, 20, 30, 40, 50, 9, 9, 9}));
+    EXPECT_EQ(screen.red(2), (Row{9, 30, 40, 50, 60, 9, 9, 9, 9}));
+    EXPECT_EQ(screen.red(5), (Row{9, 90, 9, 9, 9, 9, 9, 9, 9}));
+    EXPECT_EQ(screen.depth[1 * 9 + 3], 1);
+    EXPECT_EQ(screen.depth[1 * 9 + 6], 100);
+}
+
+TEST(Raster, DepthTriangleStaysInsideItsLimits) {
+    Screen screen(5, 4);
+    draw(screen, {-9, -7}, {40, -7}, {-9, 40});
+    for (int32_t y = 0; y < 4; ++y) EXPECT_EQ(screen.red(y), (Row{50, 50, 50, 50, 50, 9}));
+
+    // All to one side: not even sorted.
+    Screen clean(5, 4);
+    for (const int32_t x : {-1, 6}) {
+        tavik_triangle t = triangle_of(clean, {x, 3}, {x, 1}, {x, 2});
+        zTriangle(&t);
+        EXPECT_EQ(t.y0, 3);
+    }
+    EXPECT_EQ(clean, Screen(5, 4));
+    // On the limit it is sorted, but not drawn.
+    tavik_triangle t = triangle_of(clean, {5, 3}, {5, 1}, {5, 2});
+    zTriangle(&t);
+    EXPECT_EQ(t.y0, 1);
+    EXPECT_EQ(clean, Screen(5, 4));
+}
+
+TEST(Raster, DepthTriangleSortsAllFieldsAndKeepsTies) {
+    Screen screen(8, 8);
+    tavik_triangle t = triangle_of(screen, {1, 6, 0.1F, 11}, {2, 4, 0.2F, 22}, {3, 2, 0.3F, 33});
+    t.g0 = 1;
+    t.g2 = 3;
+    t.b0 = 4;
+    t.b2 = 6;
+    zTriangle(&t);
+    EXPECT_EQ((std::array{t.x0, t.x1, t.x2, t.y0, t.y2, t.r0, t.r2, t.g0, t.g2, t.b0, t.b2}),
+              (std::array{3, 2, 1, 2, 6, 33, 11, 3, 1, 6, 4}));
+    EXPECT_EQ(t.z0, 0.3F);
+    EXPECT_EQ(t.z2, 0.1F);
+
+    // Without height: the first vertex, then the row between the first two.
+    Screen flat(8, 8);
+    draw(flat, {5, 3}, {2, 3}, {7, 3});
+    EXPECT_EQ(flat.red(3), (Row{9, 9, 50, 50, 50, 50, 9, 9, 9}));
+}
+
+TEST(Raster, DepthDecidesStrictly) {
+    Screen screen(6, 3);
+    draw(screen, {0, 0, 5, 10}, {5, 0, 5, 10}, {0, 2, 5, 10});
+    draw(screen, {0, 0, 5, 77}, {5, 0, 5, 77}, {0, 2, 5, 77});
+    EXPECT_EQ(screen.red(0), (Row{10, 10, 10, 10, 10, 10, 9}));
+    draw(screen, {0, 0, 4.5F, 300}, {5, 0, 5.5F, 300}, {0, 2, 4.5F, 300}); // 300 leaves its low byte.
+    EXPECT_EQ(screen.red(0), (Row{44, 44, 44, 10, 10, 10, 9}));
+    draw(screen, {0, 0, std::numeric_limits<float>::quiet_NaN(), 1}, {5, 0, 0, 1}, {0, 2, 0, 1});
+    EXPECT_EQ(screen.red(0), (Row{44, 44, 44, 10, 10, 10, 9}));
+}
+
+// Depth grows by addition from the left end, also over the part that is not visible.
+TEST(Raster, SpansAddTheirStepPixelByPixel) {
+    Screen screen(64, 2);
+    draw(screen, {-30, 0, 0.1F}, {70, 0, 7.7F}, {-30, 1, 0.1F});
+    const float step = (7.7F - 0.1F) * (1.0F / 100.0F);
+    float z = 0.1F;
+    for (int32_t x = -30; x < 0; ++x) z += step;
+    for (std::size_t x = 0; x < 64; ++x, z += step) EXPECT_EQ(screen.depth[x], z) << x;
+}
+
+// A field of heights with a hole.
+std::vector<tavik_mesh_vertex> wavy_mesh(int32_t columns, int32_t rows, int32_t stride) {
+    std::vector<tavik_mesh_vertex> grid(static_cast<std::size_t>(stride * rows));
+    std::mt19937 random(9);
+    for (int32_t j = 0; j < rows; ++j)
+        for (int32_t i = 0; i < columns; ++i)
+            grid[static_cast<std::size_t>(j * stride + i)] = {
+                static_cast<int16_t>(i * 7 - 10 + static_cast<int32_t>(random() % 9)),
+                static_cast<int16_t>(j * 6 - 8 + static_cast<int32_t>(random() % 20)),
+                static_cast<float>(random() % 100),
+                static_cast<uint8_t>(random()),
+                static_cast<uint8_t>(random()),
+                static_cast<uint8_t>(random()),
+                static_cast<uint8_t>(i == 6 && j == 5 ? 0 : 1)};
+    return grid;
+}
+
+TEST(Raster, BandsOfAMeshTogetherAreTheWhole) {
+    constexpr int32_t columns = 14;
+    constexpr int32_t rows = 12;
+    constexpr int32_t stride = 16;
+    const std::vector<tavik_mesh_vertex> grid = wavy_mesh(columns, rows, stride);
+    Screen whole(90, 70);
+    tavik_triangle record = whole.triangle();
+    Render3DHelper(&record, grid.data(), columns, rows, stride, 0, 1);
+    EXPECT_NE(whole, Screen(90, 70));
+    for (const int32_t bands : {2, 3, 5, 11, 20}) {
+        Screen banded(90, 70);
+        record = banded.triangle();
+        for (int32_t band = 0; band < bands; ++band)
+            Render3DHelper(&record, grid.data(), columns, rows, stride, band, bands);
+        EXPECT_EQ(banded, whole) << bands;
+
+        Screen parallel(90, 70);
+        const tavik_triangle original = parallel.triangle();
+        Render3DHelper2(&original, grid.data(), columns, rows, stride, bands);
+        EXPECT_EQ(parallel, whole) << bands;
+        EXPECT_EQ(original.x0, 0);
+    }
+}
+
+TEST(Raster, MeshCellsAreTwoTrianglesWithVisibleCorners) {
+    // One cell folded so that only its diagonal tells which corners share a triangle.
+    std::array<tavik_mesh_vertex, 4> grid = {
+        {{1, 1, 1, 10, 0, 0, 1}, {9, 1, 1, 20, 0, 0, 1}, {1, 9, 1, 40, 0, 0, 1}, {9, 9, 1, 30, 0, 0, 1}}};
+    Screen mesh(12, 12);
+    tavik_triangle record = mesh.triangle();
+    Render3DHelper(&record, grid.data(), 2, 2, 2, 0, 1);
+    Screen expected(12, 12);
+    draw(expected, {1, 1, 1, 10}, {9, 1, 1, 20}, {9, 9, 1, 30});
+    draw(expected, {1, 1, 1, 10}, {9, 9, 1, 30}, {1, 9, 1, 40});
+    EXPECT_EQ(mesh.planes[0], expected.planes[0]);
+    for (std::size_t hidden = 0; hidden < 4; ++hidden) {
+        auto with_hidden = grid;
+        with_hidden[hidden].visible = 0;
+        Screen empty(12, 12);
+        record = empty.triangle();
+        Render3DHelper(&record, with_hidden.data(), 2, 2, 2, 0, 1);
+        EXPECT_EQ(empty, Screen(12, 12));
+    }
+}
+
+constexpr std::array<float, 16> identity = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
+
+TEST(Raster, PointsAreProjectedToTheScreen) {
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    struct Case {
+        std::array<float, 3> point;
+        int x, y;
+        float z;
+        bool visible;
+    };
+    const Case cases[] = {{{0, 0, 0}, 50, 40, 0, true},  {{0.5F, 0.5F, 0.5F}, 75, 20, 0.5F, true},
+                          {{0, 0, 2}, 0, 0, 0, false},   {{-1.02F, 1.0125F, -1}, -1, -1, -1, true},
+                          {{700, 0, 0}, 0, 0, 0, false}, {{0, -900, 0}, 0, 0, 0, false},
+                          {{0, nan, 0}, 0, 0, 0, false}, {{0, 0, nan}, 0, 0, 0, false}};
+    for (const Case &c : cases) {
+        const uint32_t colour = 0xFF332211;
+        tavik_mesh_vertex v;
+        Transform3DHelper_2(1, c.point.data(), &colour, identity.data(), 100, 80, &v);
+        EXPECT_EQ((std::array<int, 6>{v.x, v.y, v.r, v.g, v.b, v.visible}),
+                  (std::array<int, 6>{c.x, c.y, 0x11, 0x22, 0x33, c.visible ? 1 : 0}));
+        EXPECT_EQ(v.z, c.z);
+    }
+
+    const std::array<float, 4> heights = {0, 0.25F, 0, -1};
+    const std::array<uint8_t, 4> colours = {1, 2, 3, 4};
+    std::array<tavik_mesh_vertex, 4> grid;
+    Transform3DHelper(2, 2, heights.data(), 2, colours.data(), colours.data(), colours.data(), identity.data(), 100, 80,
+                      grid.data());
+    EXPECT_EQ((std::array<int, 6>{grid[0].x, grid[0].y, grid[1].x, grid[1].y, grid[2].x, grid[2].y}),
+              (std::array<int, 6>{25, 60, 75, 60, 25, 20}));
+    EXPECT_EQ(grid[1].z, 0.5F);
+    EXPECT_EQ(grid[3].visible, 0);
+    EXPECT_EQ(grid[3].g, 4);
+}
+
+TEST(Raster, CoveredTrianglesShareTheirEdgeExactly) {
+    // The two triangles of a square, and of every split of one about an inner point: all pixels, none twice.
+    for (int32_t y = 2; y < 9; ++y) {
+        for (int32_t x = 2; x < 9; ++x) {
+            std::vector<int> visits(12 * 12);
+            const std::array<Corner, 4> square = {{{1, 1}, {9, 1}, {9, 9}, {1, 9}}};
+            for (std::size_t i = 0; i < 4; ++i) {
+                Screen screen(11, 12);
+                const tavik_triangle t = triangle_of(screen, square[i], {x, y}, square[(i + 1) % 4]);
+                TriangleColor(&t);
+                for (std::size_t at = 0; at < visits.size(); ++at) visits[at] += screen.planes[0][at] == 50;
+            }
+            for (int32_t at = 0; at < 144; ++at) {
+                const bool inside = at % 12 >= 1 && at % 12 < 9 && at / 12 >= 1 && at / 12 < 9;
+                ASSERT_EQ(visits[static_cast<std::size_t>(at)], inside ? 1 : 0) << x << ' ' << y << ' ' << at;
+            }
+        }
+    }
+    Screen half(10, 10);
+    const tavik_triangle t = triangle_of(half, {1, 1}, {9, 1}, {1, 9});
+    TriangleColor(&t);
+    EXPECT_EQ(std::count(half.planes[0].begin(), half.planes[0].end(), 50), 36);
+}
+
+TEST(Raster, TriangleColorInterpolatesAndRounds) {
+    Screen screen(9, 9);
+    for (const bool mirrored : {false, true}) {
+        const Corner right = {8, 0, 0, 80};
+        const Corner below = {0, 8, 0, 160};
+        const tavik_triangle t = triangle_of(screen, {0, 0, 0, 0}, mirrored ? below : right, mirrored ? right : below);
+        TriangleColor(&t);
+        EXPECT_EQ(screen.red(0), (Row{0, 10, 20, 30, 40, 50, 60, 70, 9, 9}));
+        EXPECT_EQ(screen.red(3), (Row{60, 70, 80, 90, 100, 9, 9, 9, 9, 9}));
+    }
+    // Far beyond the planes, where sums of edges need all 64 bits.
+    Screen wide(9, 9);
+    const tavik_triangle t =
+        triangle_of(wide, {-2000000000, -2000000000}, {2000000000, -2000000000}, {0, 2000000000, 0, 50});
+    TriangleColor(&t);
+    EXPECT_EQ(wide.red(8), (Row{50, 50, 50, 50, 50, 50, 50, 50, 50, 9}));
+}
+
+struct TexturedScreen {
+    std::array<std::vector<uint8_t>, 3> texture;
+    std::array<std::vector<uint8_t>, 3> planes;
+    std::vector<float> depth = std::vector<float>(81, 100);
+
+    TexturedScreen() {
+        for (auto &plane : texture)
+            for (int32_t i = 0; i < 81; ++i) plane.push_back(static_cast<uint8_t>(i % 9 * 10 + i / 9));
+        for (auto &plane : planes) plane.assign(81, 9);
+    }
+
+    // A right triangle whose texture lies as the picture does.
+    tavik_textured_triangle triangle(float w1, int32_t smooth) {
+        return {0,
+                0,
+                1,
+                0,
+                0,
+                8,
+                0,
+                w1,
+                8,
+                0,
+                0,
+                8,
+                1,
+                0,
+                8,
+                9,
+                9,
+                9,
+                9,
+                smooth,
+                texture[0].data(),
+                texture[1].data(),
+                texture[2].data(),
+                planes[0].data(),
+                planes[1].data(),
+                planes[2].data(),
+                depth.data()};
+    }
+    Row red(std::size_t y) const {
+        return {planes[0].begin() + static_cast<std::ptrdiff_t>(9 * y),
+                planes[0].begin() + static_cast<std::ptrdiff_t>(9 * y + 9)};
+    }
+};
+
+TEST(Raster, TexturesAreDrawnInPerspective) {
+    TexturedScreen flat;
+    tavik_textured_triangle t = flat.triangle(1, 0);
+    xTriangle_Perspective(&t);
+    EXPECT_EQ(flat.red(0), (Row{0, 10, 20, 30, 40, 50, 60, 70, 9}));
+    EXPECT_EQ(flat.red(6), (Row{6, 16, 9, 9, 9, 9, 9, 9, 9}));
+    EXPECT_EQ(flat.depth[3], 1);
+
+    TexturedScreen deep;
+    t = deep.triangle(3, 1);
+    xTriangle_Perspective(&t);
+    EXPECT_EQ(deep.red(0), (Row{0, 4, 8, 13, 20, 29, 40, 56, 9}));
+    const auto before = deep.planes;
+    t = deep.triangle(3, 0); // Not nearer than itself.
+    xTriangle_Perspective(&t);
+    EXPECT_EQ(deep.planes, before);
+}
+
+tavik_clipped_triangle in_camera_space(const tavik_textured_triangle &t, float z0, float z1, float z2) {
+    return {(t.x0 - 4) * z0 / 4,
+            (t.y0 - 4) * z0 / 4,
+            z0,
+            t.u0,
+            t.v0,
+            (t.x1 - 4) * z1 / 4,
+            (t.y1 - 4) * z1 / 4,
+            z1,
+            t.u1,
+            t.v1,
+            (t.x2 - 4) * z2 / 4,
+            (t.y2 - 4) * z2 / 4,
+            z2,
+            t.u2,
+            t.v2,
+            4,
+            4,
+            4,
+            0.5F,
+            t.texture_width,
+            t.texture_height,
+            t.width,
+            t.height,
+            t.smooth,
+            t.texture_r,
+            t.texture_g,
+            t.texture_b,
+            t.plane_r,
+            t.plane_g,
+            t.plane_b,
+            t.depth};
+}
+
+TEST(Raster, TrianglesAreCutAtTheNearPlane) {
+    TexturedScreen clipped;
+    TexturedScreen projected;
+    const tavik_clipped_triangle in_front = in_camera_space(clipped.triangle(4, 1), 1, 4, 1);
+    xTriangle_Clipped(&in_front);
+    const tavik_textured_triangle expected = projected.triangle(4, 1);
+    xTriangle_Perspective(&expected);
+    EXPECT_EQ(clipped.planes, projected.planes);
+    EXPECT_EQ(clipped.depth, projected.depth);
+
+    TexturedScreen empty;
+    const tavik_clipped_triangle behind = in_camera_space(empty.triangle(1, 1), 0.4F, 0.25F, -1);
+    xTriangle_Clipped(&behind);
+    EXPECT_EQ(empty.planes, TexturedScreen().planes);
+
+    // A floor below the eye that runs from behind it to the horizon fills the lower half, nearest row at the plane.
+    TexturedScreen floor;
+    tavik_clipped_triangle t = in_camera_space(floor.triangle(1, 0), 1, 1, 1);
+    const std::array<float, 15> corners = {-900, 1, -50, 0, 0, 900, 1, -50, 8, 0, 0, 1, 900, 4, 8};
+    std::copy(corners.begin(), corners.end(), &t.x0);
+    xTriangle_Clipped(&t);
+    for (std::size_t y = 0; y < 9; ++y)
+        for (std::size_t x = 0; x < 9; ++x)
+            EXPECT_EQ(floor.planes[0][9 * y + x] != 9 || floor.depth[9 * y + x] != 100, y > 4) << x << ' ' << y;
+    EXPECT_NEAR(floor.depth[9 * 8 + 4], 1, 1e-3);
+}
+
+TEST(Raster, RaysMeetTriangles) {
+    struct Case {
+        std::array<float, 3> origin, direction;
+        float scale;
+        int hit;       // from either side
+        int faced_hit; // from the front alone
+        float distance;
+    };
+    const float most = std::nextafter(1.0F, 2.0F);
+    const Case cases[] = {
+        {{0.25F, 0.25F, 1}, {0, 0, -2}, 1, 1, 1, 0.5F},  {{0.25F, 0.25F, 1}, {0, 0, 1}, 1, 0, 0, 0},
+        {{0.25F, 0.25F, -1}, {0, 0, 1}, 1, 1, 0, 1},     {{1, 0, 1}, {0, 0, -1}, 1, 1, 1, 1}, // corner
+        {{0.5F, 0.5F, 1}, {0, 0, -1}, 1, 1, 1, 1},       {{most, 0, 1}, {0, 0, -1}, 1, 0, 0, 0},
+        {{0, -0.001F, 1}, {0, 0, -1}, 1, 0, 0, 0},       {{0, 0, 1}, {1, 0, 0}, 1, 0, 0, 0},
+        {{0.25F, 0.25F, 0}, {0, 0, -1}, 1, 0, 1, 0}, // on it
+        {{2e-5F, 2e-5F, 1}, {0, 0, -1}, 1e-4F, 0, 1, 1},
+    };
+    for (const Case &c : cases) {
+        const std::array<float, 3> v0 = {0, 0, 0};
+        const std::array<float, 3> v1 = {c.scale, 0, 0};
+        const std::array<float, 3> v2 = {0, c.scale, 0};
+        float distance = -9;
+        EXPECT_EQ(
+            triangle_intersection(v0.data(), v1.data(), v2.data(), c.origin.data(), c.direction.data(), &distance),
+            c.hit);
+        EXPECT_EQ(distance, c.hit != 0 ? c.distance : -9) << &c - cases;
+        std::array<float, 3> hit = {-9, -9, -9};
+        EXPECT_EQ(
+            xRayTriangleIntersect(c.origin.data(), c.direction.data(), v0.data(), v1.data(), v2.data(), 1, hit.data()),
+            c.faced_hit)
+            << &c - cases;
+        if (c.faced_hit != 0) {
+            EXPECT_EQ(hit[0], c.distance);
+            EXPECT_FLOAT_EQ(hit[1], c.origin[0] / c.scale);
+            EXPECT_FLOAT_EQ(hit[2], c.origin[1] / c.scale);
+        } else {
+            EXPECT_EQ(hit[0], -9);
+        }
+        EXPECT_EQ(
+            xRayTriangleIntersect(c.origin.data(), c.direction.data(), v0.data(), v2.data(), v1.data(), 1, hit.data()),
+            &c - cases == 2 ? 1 : 0);
+    }
+    const std::array<double, 3> v0 = {0, 0, 0};
+    const std::array<double, 3> v1 = {1e-4, 0, 0};
+    const std::array<double, 3> v2 = {0, 1e-4, 0};
+    double distance = 0;
+    EXPECT_EQ(triangle_intersection_d(v0.data(), v1.data(), v2.data(), std::array<double, 3>{2e-5, 2e-5, 1}.data(),
+                                      std::array<double, 3>{0, 0, -3}.data(), &distance),
+              1);
+    EXPECT_DOUBLE_EQ(distance, 1.0 / 3);
+}
+
+TEST(Raster, RaysMeetBoxesAndSpheres) {
+    using Vector = std::array<float, 3>;
+    struct Case {
+        Vector origin, direction;
+        int hit;
+        float nearest, farthest;
+    };
+    const Case boxes[] = {{{-1, 0.5F, 0.5F}, {1, 0, 0}, 1, 1, 2},  {{0.5F, 0.5F, 0.5F}, {1, 0, 0}, 1, 0, 0.5F},
+                          {{-1, 1, 0.5F}, {1, 0, 0}, 1, 1, 2},     {{-1, 0.5F, 0.5F}, {-1, 0, 0}, 0, 0, 0},
+                          {{-1, 1.01F, 0.5F}, {1, 0, 0}, 0, 0, 0}, {{2, 2, 2}, {-2, -2, -2}, 1, 0.5F, 1},
+                          {{-1, 0, 0.5F}, {1, 3, 0}, 0, 0, 0}};
+    for (const Case &c : boxes) {
+        float nearest = -9;
+        float farthest = -9;
+        EXPECT_EQ(rayBoxIntersect(c.origin.data(), c.direction.data(), Vector{0, 0, 0}.data(), Vector{1, 1, 1}.data(),
+                                  &nearest, &farthest),
+                  c.hit)
+            << &c - boxes;
+        EXPECT_EQ(nearest, c.hit != 0 ? c.nearest : -9) << &c - boxes;
+        EXPECT_EQ(farthest, c.hit != 0 ? c.farthest : -9) << &c - boxes;
+    }
+    const Case spheres[] = {{{0, 0, -5}, {0, 0, 1}, 1, 3, 7}, {{0, 0, -5}, {0, 0, 2}, 1, 1.5F, 3.5F},
+                            {{0, 0, 0}, {0, 0, 1}, 1, -2, 2}, {{2, 0, -5}, {0, 0, 1}, 1, 5, 5},
+                            {{0, 0, 5}, {0, 0, 1}, 0, 0, 0},  {{2.01F, 0, -5}, {0, 0, 1}, 0, 0, 0},
+                            {{0, 0, -5}, {0, 0, 0}, 0, 0, 0}};
+    for (const Case &c : spheres) {
+        float nearest = -9;
+        float farthest = -9;
+        EXPECT_EQ(
+            intersectRaySphere(c.origin.data(), c.direction.data(), Vector{0, 0, 0}.data(), 2, &nearest, &farthest),
+            c.hit)
+            << &c - spheres;
+        EXPECT_EQ(nearest, c.hit != 0 ? c.nearest : -9) << &c - spheres;
+        EXPECT_EQ(farthest, c.hit != 0 ? c.farthest : -9) << &c - spheres;
+    }
+}
+
+TEST(Raster, LinesCross) {
+    struct Case {
+        std::array<float, 8> ends;
+        int result;
+        float x, y;
+    };
+    for (const Case &c : {Case{{0, 0, 4, 4, 0, 4, 4, 0}, 1, 2, 2},
+                          {{0, 0, 1, 1, 0, 4, 4, 0}, 2, 2, 2},
+                          {{0, 0, 4, 4, 0, 4, 1, 3}, 2, 2, 2},
+                          {{0, 0, 4, 4, 1, 0, 5, 4}, 0, -9, -9},
+                          {{0, 0, 4, 0, 4, 0, 4, 4}, 1, 4, 0},
+                          {{0, 0, 4, 0, 5, -1, 5, 4}, 2, 5, 0}}) {
+        float x = -9;
+        float y = -9;
+        const auto &e = c.ends;
+        EXPECT_EQ(lineIntersection(e[0], e[1], e[2], e[3], e[4], e[5], e[6], e[7], &x, &y), c.result);
+        EXPECT_EQ(x, c.x);
+        EXPECT_EQ(y, c.y);
+    }
+}
+
+// The planes of a picture of w.height rows, of which x_limit = w.width - 1 columns are drawn.
+tavik_triangle triangle_on(Workspace &w) {
+    tavik_triangle t = {};
+    t.x_limit = w.width - 1;
+    t.y_limit = w.height;
+    t.plane_r = w.buffer(w.count());
+    t.plane_g = w.buffer(w.count());
+    t.plane_b = w.buffer(w.count());
+    t.depth = w.floats(w.count(), 0, 100);
+    return t;
+}
+
+// Corners in, around and well beyond the picture.
+template <class Draw> void draw_some(Workspace &w, const Draw &draw_one) {
+    tavik_triangle t = triangle_on(w);
+    for (int i = 0; i < 6; ++i) {
+        for (int32_t *x : {&t.x0, &t.x1, &t.x2}) *x = w.integer(-w.width / 2 - 2, w.width * 3 / 2 + 2);
+        for (int32_t *y : {&t.y0, &t.y1, &t.y2}) *y = w.integer(-w.height / 2 - 2, w.height * 3 / 2 + 2);
+        for (float *z : {&t.z0, &t.z1, &t.z2}) *z = w.real(0, 100);
+        for (int32_t *colour : {&t.r0, &t.r1, &t.r2, &t.g0, &t.g1, &t.g2, &t.b0, &t.b1, &t.b2})
+            *colour = w.integer(0, 255);
+        draw_one(t);
+    }
+}
+
+const BulkCase cases[] = {
+    {"zTriangle", [](Workspace &w) { draw_some(w, [](tavik_triangle &t) { zTriangle(&t); }); }},
+    {"TriangleColor", [](Workspace &w) { draw_some(w, [](tavik_triangle &t) { TriangleColor(&t); }); }},
+    {"xTriangle_Perspective",
+     [](Workspace &w) {
+         const tavik_triangle target = triangle_on(w);
+         const auto x = [&] { return w.real(-10, static_cast<float>(w.width) + 9); };
+         const auto y = [&] { return w.real(-10, static_cast<float>(w.height) + 9); };
+         const auto z = [&] { return w.real(1, 90); };
+         for (int i = 0; i < 6; ++i) {
+             const tavik_textured_triangle t = {x(),
+                                                y(),
+                                                z(),
+                                                x(),
+                                                y(),
+                                                x(),
+                                                y(),
+                                                z(),
+                                                x(),
+                                                y(),
+                                                x(),
+                                                y(),
+                                                z(),
+                                                x(),
+                                                y(),
+                                                w.width,
+                                                w.height,
+                                                w.width,
+                                                w.height,
+                                                i % 2,
+                                                w.buffer(w.count()),
+                                                w.buffer(w.count()),
+                                                w.buffer(w.count()),
+                                                target.plane_r,
+                                                target.plane_g,
+                                                target.plane_b,
+                                                target.depth};
+             xTriangle_Perspective(&t);
+         }
+     }},
+    {"Transform3DHelper",
+     [](Workspace &w) {
+         Transform3DHelper(w.width, w.height, w.floats(w.count(), -2, 2), 0.5F, w.buffer(w.count()),
+                           w.buffer(w.count()), w.buffer(w.count()), w.floats(16, -2, 2), 100, 80,
+                           w.result<tavik_mesh_vertex>(w.count()));
+     }},
+    {"Transform3DHelper_2",
+     [](Workspace &w) {
+         Transform3DHelper_2(static_cast<int32_t>(w.count()), w.floats(3 * w.count(), -2, 2),
+                             w.buffer<uint32_t>(w.count()), w.floats(16, -2, 2), 100, 80,
+                             w.result<tavik_mesh_vertex>(w.count()));
+     }},
+};
+
+INSTANTIATE_TEST_SUITE_P(Raster, BulkExport, testing::ValuesIn(cases), bulk_name);
+
+} // namespace
