@@ -27,6 +27,8 @@ Family blend_family();
 Family composite_family();
 Family colour_family();
 Family filters_family();
+Family lighting_family();
+Family raster_family();
 Family convert_family();
 Family memops_family();
 Family scalar_family();
