@@ -21,18 +21,46 @@ using ProjectRow = void(const Attribute &q, const Attribute &u_q, const Attribut
 constexpr PerLevel<ShadeRow> shade = TAVIK_EVERY_LEVEL(shade);
 constexpr PerLevel<ProjectRow> project = TAVIK_EVERY_LEVEL(project);
 
-// Puts the texel at (u, v) into pixel `at` of the three planes.
-void put_texel(const tavik_textured_triangle &t, float u, float v, std::size_t at) {
+// Pixels of one row, from `start` on in each plane of the target.
+struct TexturedRun {
+    std::size_t start, count;
+    std::array<float, longest_run> w, u, v;
+    std::array<bool, longest_run> drawn;
+};
+
+// Decides by depth, and whether any pixel is drawn.
+bool test_depth(const tavik_textured_triangle &t, TexturedRun &run) {
+    bool any = false;
+    for (std::size_t i = 0; i < run.count; ++i) {
+        float &depth = t.depth[run.start + i];
+        run.drawn[i] = depth > run.w[i];
+        if (run.drawn[i]) depth = run.w[i];
+        any = any || run.drawn[i];
+    }
+    return any;
+}
+
+void put_nearest_texels(const tavik_textured_triangle &t, const TexturedRun &run) {
+    for (std::size_t i = 0; i < run.count; ++i) {
+        if (!run.drawn[i]) continue;
+        const std::size_t texel = static_cast<std::size_t>(nearest_index(run.v[i], t.texture_height)) *
+                                      static_cast<std::size_t>(t.texture_width) +
+                                  static_cast<std::size_t>(nearest_index(run.u[i], t.texture_width));
+        t.plane_r[run.start + i] = t.texture_r[texel];
+        t.plane_g[run.start + i] = t.texture_g[texel];
+        t.plane_b[run.start + i] = t.texture_b[texel];
+    }
+}
+
+void put_smooth_texels(const tavik_textured_triangle &t, const TexturedRun &run) {
     const std::array<const uint8_t *, 3> texture = {t.texture_r, t.texture_g, t.texture_b};
     const std::array<uint8_t *, 3> planes = {t.plane_r, t.plane_g, t.plane_b};
-    if (t.smooth == 0) {
-        const std::size_t texel =
-            static_cast<std::size_t>(nearest_index(v, t.texture_height)) * static_cast<std::size_t>(t.texture_width) +
-            static_cast<std::size_t>(nearest_index(u, t.texture_width));
-        for (std::size_t channel = 0; channel < 3; ++channel) planes[channel][at] = texture[channel][texel];
-    } else {
-        for (std::size_t channel = 0; channel < 3; ++channel)
-            planes[channel][at] = round_to_byte(bilinear(texture[channel], t.texture_width, t.texture_height, u, v));
+    for (std::size_t channel = 0; channel < 3; ++channel) {
+        std::array<float, longest_run> texels;
+        sample_bilinear.active()(texture[channel], t.texture_width, t.texture_height, run.u.data(), run.v.data(),
+                                 texels.data(), run.count);
+        for (std::size_t i = 0; i < run.count; ++i)
+            if (run.drawn[i]) planes[channel][run.start + i] = round_to_byte(texels[i]);
     }
 }
 
@@ -64,17 +92,16 @@ TAVIK_EXPORT(void) xTriangle_Perspective(const tavik_textured_triangle *record) 
     const Attribute q = Attribute::of(coverage, q0, q1, q2);
     const Attribute u_q = Attribute::of(coverage, t.u0 * q0, t.u1 * q1, t.u2 * q2);
     const Attribute v_q = Attribute::of(coverage, t.v0 * q0, t.v1 * q1, t.v2 * q2);
+    TexturedRun run;
     for_each_run(coverage, t.width, t.height,
                  [&](int32_t x, int32_t y, std::size_t count, const float *second, const float *third) {
-                     std::array<float, longest_run> w;
-                     std::array<float, longest_run> u;
-                     std::array<float, longest_run> v;
-                     project.active()(q, u_q, v_q, second, third, w.data(), u.data(), v.data(), count);
-                     const std::size_t start = static_cast<std::size_t>(y) * static_cast<std::size_t>(t.width) + x;
-                     for (std::size_t i = 0; i < count; ++i) {
-                         if (!(t.depth[start + i] > w[i])) continue;
-                         t.depth[start + i] = w[i];
-                         put_texel(t, u[i], v[i], start + i);
-                     }
+                     project.active()(q, u_q, v_q, second, third, run.w.data(), run.u.data(), run.v.data(), count);
+                     run.start = static_cast<std::size_t>(y) * static_cast<std::size_t>(t.width) + x;
+                     run.count = count;
+                     if (!test_depth(t, run)) return;
+                     if (t.smooth == 0)
+                         put_nearest_texels(t, run);
+                     else
+                         put_smooth_texels(t, run);
                  });
 }
