@@ -357,13 +357,15 @@ void crossings(Run &run) {
     struct Segment {
         Point from, to;
     };
+    constexpr std::size_t count = 16;
     std::vector<Segment> segments;
+    segments.reserve(count);
     uint32_t state = 7;
     const auto place = [&state] {
         state = state * 1664525U + 1013904223U;
         return 20 + static_cast<float>(state >> 16) / 65536.0F * (side - 40);
     };
-    for (int i = 0; i < 16; ++i) segments.push_back({{place(), place()}, {place(), place()}});
+    for (std::size_t i = 0; i < count; ++i) segments.push_back({{place(), place()}, {place(), place()}});
     for (const Segment &s : segments) draw_line(picture, std::array{s.from, s.to}, 2, {60, 66, 80});
     for (std::size_t i = 0; i < segments.size(); ++i) {
         for (std::size_t j = 0; j < i; ++j) {
