@@ -30,6 +30,28 @@ const Case cases[] = {
     {"xColorMatrix_ppl",
      {.bytes = 6, .parallel = true, .in_place_too = true},
      [](const Picture &p) { xColorMatrix_ppl(p.width, p.height, p.r, p.g, p.b, p.to_r, p.to_g, p.to_b, matrix); }},
+    {"xFastHSV",
+     {.bytes = 6, .in_place_too = true},
+     [](const Picture &p) { xFastHSV(p.width, p.height, 30, 1.2F, 1, p.r, p.g, p.b, p.to_r, p.to_g, p.to_b); }},
+    {"FastHSV_ppl",
+     {.bytes = 6, .parallel = true},
+     [](const Picture &p) { FastHSV_ppl(p.width, p.height, 30, 1.2F, 1, p.r, p.g, p.b, p.to_r, p.to_g, p.to_b); }},
+    {"FastHSVandRGB",
+     {.bytes = 6, .parallel = true},
+     [](const Picture &p) {
+         FastHSVandRGB(p.width, p.height, 30, 1.2F, 1, 3, 2, 1, p.r, p.g, p.b, p.to_r, p.to_g, p.to_b);
+     }},
+    {"xColorToGrayscale",
+     {.bytes = 4, .parallel = true},
+     [](const Picture &p) { xColorToGrayscale(p.width, p.height, p.r, p.g, p.b, p.to_r); }},
+    {"xTritone",
+     {.bytes = 6, .parallel = true},
+     [](const Picture &p) {
+         xTritone(p.width, p.height, 255, 250, 240, 200, 120, 90, 10, 20, 60, p.r, p.g, p.b, p.to_r, p.to_g, p.to_b);
+     }},
+    {"xKeyToAlpha",
+     {.bytes = 4, .parallel = true},
+     [](const Picture &p) { xKeyToAlpha(p.width, p.height, 30, 200, 40, 20, 60, p.r, p.g, p.b, p.to_r); }},
 };
 
 const Family colour("colour", cases);

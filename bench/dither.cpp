@@ -30,6 +30,18 @@ const Case cases[] = {
     {"FastJitter",
      {.bytes = 6, .parallel = true, .note = "gathers from places that differ from pixel to pixel"},
      [](const Picture &p) { FastJitter(p.to_r, p.to_g, p.to_b, 0, p.x_max(), p.y_max(), p.r, p.g, p.b, 8); }},
+    {"xfilmgrainHelper",
+     {.bytes = 6, .parallel = true, .note = "four gathers a sample"},
+     [](const Picture &p) {
+         xfilmgrainHelper(p.width, p.height, 64, 64, 0.7F, 3.3F, 5.5F, 0.1F, p.floats, p.floats, p.floats, p.to_r,
+                          p.to_g, p.to_b);
+     }},
+    {"xjitter",
+     {.bytes = 6, .parallel = true, .note = "gathers from places that differ from pixel to pixel"},
+     [](const Picture &p) { xjitter(p.width, p.height, 4, 1, p.r, p.g, p.b, p.to_r, p.to_g, p.to_b); }},
+    {"xjitter2",
+     {.bytes = 6, .parallel = true},
+     [](const Picture &p) { xjitter2(p.width, p.height, 4, 9, 1, p.r, p.g, p.b, p.to_r, p.to_g, p.to_b); }},
 };
 
 const Family family("dither", cases);

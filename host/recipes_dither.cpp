@@ -84,6 +84,33 @@ void jitter(Run &run) {
              photo.y_max(), photo.red.data(), photo.green.data(), photo.blue.data(), 14);
 }
 
+// A tile of smooth noise about 0.
+std::array<std::vector<float>, 3> grain_tiles(int32_t side) {
+    std::array<std::vector<float>, 3> tiles;
+    uint32_t state = 1;
+    for (auto &tile : tiles) {
+        for (int32_t i = 0; i < side * side; ++i) {
+            float sum = 0;
+            for (int draw = 0; draw < 4; ++draw) {
+                state = state * 1664525U + 1013904223U;
+                sum += static_cast<float>(state >> 16) / 65536.0F - 0.5F;
+            }
+            tile.push_back(sum * 40);
+        }
+    }
+    return tiles;
+}
+
+void film_still(Run &run) {
+    constexpr int32_t side = 64;
+    Image &picture = run.picture;
+    const auto tiles = grain_tiles(side);
+    run.label("grain", tiles[0]);
+    run.call(EXPORT(xfilmgrainHelper), picture.width, picture.height, side, side, 0.7F, 11.3F, 5.8F, 1.0F,
+             tiles[0].data(), tiles[1].data(), tiles[2].data(), picture.red.data(), picture.green.data(),
+             picture.blue.data());
+}
+
 } // namespace
 
 Family dither_family() {
@@ -120,6 +147,32 @@ Family dither_family() {
                  "Each pixel comes from a place up to seven pixels off; another picture each time.",
                  {"FastJitter"},
                  jitter},
+                {"film_still",
+                 "Film still",
+                 "Grain from a tile of 64 × 64, a little enlarged.",
+                 {"xfilmgrainHelper"},
+                 film_still},
+                {"scatter",
+                 "Scatter",
+                 "Each pixel comes from a place up to five pixels off, the same in every call.",
+                 {"xjitter"},
+                 [](Run &run) {
+                     const Image &photo = run.photo;
+                     Image &picture = run.picture;
+                     run.call(EXPORT(xjitter), photo.width, photo.height, 5.0F, 1, photo.red.data(), photo.green.data(),
+                              photo.blue.data(), picture.red.data(), picture.green.data(), picture.blue.data());
+                 }},
+                {"frosted_glass",
+                 "Frosted glass",
+                 "Displacements of up to seven pixels that vary smoothly over cells of nine.",
+                 {"xjitter2"},
+                 [](Run &run) {
+                     const Image &photo = run.photo;
+                     Image &picture = run.picture;
+                     run.call(EXPORT(xjitter2), photo.width, photo.height, 7.0F, 9.0F, 1, photo.red.data(),
+                              photo.green.data(), photo.blue.data(), picture.red.data(), picture.green.data(),
+                              picture.blue.data());
+                 }},
             }};
 }
 

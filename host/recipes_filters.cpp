@@ -5,6 +5,7 @@
 #include <cmath>
 #include <vector>
 
+#include "host/drawing.h"
 #include "host/run.h"
 #include "tavik/colour/colour.h"
 
@@ -142,11 +143,30 @@ template <class Function> void filter_by_squares(Run &run, Export<Function> filt
     }
 }
 
+// Radii across, passes down.
+void blur_ladder(Run &run) {
+    const Image small = shrunk_to_fit(run.photo, 300, 200);
+    Image &ladder = run.draw_on(3 * small.width, 3 * small.height, {0, 0, 0});
+    Image blurred = small;
+    run.label("small", small.red);
+    int32_t left = 0;
+    for (const int32_t radius : {2, 6, 20}) {
+        for (int32_t passes = 1; passes <= 3; ++passes) {
+            const auto src = small.planes();
+            const auto dst = blurred.planes();
+            for (std::size_t channel = 0; channel < 3; ++channel)
+                run.call(EXPORT(xBlur), small.width, small.height, radius, passes, src[channel], dst[channel]);
+            paste(ladder, blurred, left, (passes - 1) * small.height);
+        }
+        left += small.width;
+    }
+}
+
 } // namespace
 
 Family filters_family() {
     return {"filters",
-            "Filters of a neighbourhood: 3 × 3 kernels, shading of a relief, median, dilation and erosion.",
+            "Filters of a neighbourhood: 3 × 3 kernels, shading of a relief, median, dilation and erosion, blur.",
             {
                 {"blur", "Blur", "Four passes of the kernel 1 2 1, 2 4 2, 1 2 1.", {"Convolve8"}, blur},
                 {"sharpen",
@@ -196,6 +216,11 @@ Family filters_family() {
                  "The darkest sample of a square of 10 × 10.",
                  {"Minimum_s"},
                  [](Run &run) { filter_by_squares(run, EXPORT(Minimum_s), 5); }},
+                {"blur_ladder",
+                 "Blur ladder",
+                 "Boxes of radius 2, 6 and 20; one, two and three passes.",
+                 {"xBlur"},
+                 blur_ladder},
             }};
 }
 

@@ -23,6 +23,13 @@
 #define TAVIK_VISIBLE
 #endif
 
+// The compiler's own name of a function with so many bytes of arguments, both as texts, for a second name of it.
+#if defined(_WIN32) && (defined(__i386__) || defined(_M_IX86))
+#define TAVIK_SYMBOL(name, bytes) name "@" bytes
+#else
+#define TAVIK_SYMBOL(name, bytes) name
+#endif
+
 #define TAVIK_EXPORT(type) TAVIK_C_LINKAGE TAVIK_VISIBLE type TAVIK_CALL
 
 #endif

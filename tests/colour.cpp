@@ -376,6 +376,95 @@ TEST(Colour, SerialExportsRunInIncreasingOrder) {
     for (std::size_t i = 0; i <= 250; ++i) ASSERT_EQ(plane[i], i) << i;
 }
 
+// Runs an export from three planes to three over the colours.
+template <class Call> Planes mapped(const std::vector<Colour> &colours, const Call &call) {
+    const Planes src(colours);
+    Planes dst(colours.size());
+    call(src, dst);
+    return dst;
+}
+
+TEST(Colour, HueMatrix) {
+    const auto turned = [](Unit c, float hue, float saturation, float value) {
+        TransformHSV(&c[0], &c[1], &c[2], hue, saturation, value);
+        return c;
+    };
+    EXPECT_EQ(turned({100, 50, 30}, 0, 1, 1), (Unit{100, 50, 30}));
+    EXPECT_EQ(turned({100, 50, 30}, 0, 0, 1), (Unit{60.0000038F, 60.0000038F, 60.0000038F}));
+    EXPECT_EQ(turned({100, 50, 30}, 77, 1.3F, 0.5F), (Unit{28.5355415F, 54.1339722F, 7.3304882F}));
+    const Unit green = turned({1, 0, 0}, 120, 1, 1);
+    for (std::size_t i = 0; i < 3; ++i) EXPECT_NEAR(green[i], i == 1 ? 1 : 0, 2e-7);
+
+    struct Case {
+        float hue, saturation, value;
+        Unit add;
+        Colour from, to;
+    };
+    for (const Case &c : {Case{60, 1, 1, {}, {100, 50, 30}, {70, 90, 20}},
+                          {60, 1, 1, {}, {255, 0, 0}, {170, 170, 0}},
+                          {0, 0, 1, {10, 0, -10}, {100, 50, 30}, {70, 60, 50}},
+                          {0, 1, 1, {0.5F, 0.25F, -0.75F}, {100, 50, 30}, {101, 50, 29}},
+                          {0, 1, nan, {}, {100, 50, 30}, {255, 255, 255}}}) {
+        const Planes dst = mapped({c.from}, [&](const Planes &src, Planes &to) {
+            FastHSVandRGB(1, 1, c.hue, c.saturation, c.value, c.add[0], c.add[1], c.add[2], src.r.data(), src.g.data(),
+                          src.b.data(), to.r.data(), to.g.data(), to.b.data());
+        });
+        EXPECT_EQ(dst[0], c.to);
+    }
+
+    // The three forms of it are one.
+    const std::vector<Colour> colours = many_colours();
+    const auto by = [&](auto turn, auto... add) {
+        return mapped(colours, [&](const Planes &src, Planes &to) {
+            turn(src.count(), 1, 33, 1.4F, 0.9F, add..., src.r.data(), src.g.data(), src.b.data(), to.r.data(),
+                 to.g.data(), to.b.data());
+        });
+    };
+    const Planes serial = by(xFastHSV);
+    for (const Planes &other : {by(FastHSV_ppl), by(FastHSVandRGB, 0.0F, 0.0F, 0.0F)}) {
+        EXPECT_EQ(other.r, serial.r);
+        EXPECT_EQ(other.g, serial.g);
+        EXPECT_EQ(other.b, serial.b);
+    }
+}
+
+TEST(Colour, GreysTonesAndKeys) {
+    EXPECT_EQ(xColorToGrayscale, xColorToGrayChannel);
+    const Planes src({{255, 255, 255},
+                      {100, 50, 30},
+                      {255, 0, 0},
+                      {0, 0, 255},
+                      {0, 255, 0},
+                      {10, 240, 10},
+                      {0, 128, 0},
+                      {90, 90, 90}});
+    Bytes dst(8);
+    xColorToGrayscale(4, 2, src.r.data(), src.g.data(), src.b.data(), dst.data());
+    EXPECT_EQ(dst, (Bytes{255, 63, 77, 29, 149, 145, 75, 90}));
+
+    xKeyToAlpha(4, 2, 0, 255, 0, 20, 60, src.r.data(), src.g.data(), src.b.data(), dst.data());
+    EXPECT_EQ(dst, (Bytes{255, 255, 255, 255, 0, 0, 255, 255}));
+    xKeyToAlpha(4, 2, 0, 128, 0, 60, 100, src.r.data(), src.g.data(), src.b.data(), dst.data());
+    EXPECT_EQ(dst[4], 50); // (67.80 − 60) / 40 of 255
+    xKeyToAlpha(4, 2, 0, 255, 0, 14, 14, src.r.data(), src.g.data(), src.b.data(), dst.data()); // 13.35 away
+    EXPECT_EQ(dst[5], 0);
+    xKeyToAlpha(4, 2, 0, 255, 0, 13, 13, src.r.data(), src.g.data(), src.b.data(), dst.data());
+    EXPECT_EQ(dst[5], 255);
+
+    const Planes tones =
+        mapped({{0, 0, 0}, {127, 127, 127}, {255, 255, 255}, {64, 64, 64}, {128, 128, 128}, {63, 64, 66}},
+               [](const Planes &from, Planes &to) {
+                   xTritone(6, 1, 255, 1, 2, 200, 101, 33, 10, 20, 250, from.r.data(), from.g.data(), from.b.data(),
+                            to.r.data(), to.g.data(), to.b.data());
+               });
+    EXPECT_EQ(tones[0], (Colour{10, 20, 250}));
+    EXPECT_EQ(tones[1], (Colour{200, 101, 33}));
+    EXPECT_EQ(tones[2], (Colour{255, 1, 2}));
+    EXPECT_EQ(tones[3], (Colour{106, 61, 141}));
+    EXPECT_EQ(tones[4][0], 200);
+    EXPECT_EQ(tones[5], tones[3]);
+}
+
 void hue(Workspace &w) {
     uint8_t *planes[3] = {w.buffer(w.count()), w.buffer(w.count()), w.buffer(w.count())};
     xHue(w.width - 1, w.height - 1, w.real(-720, 720), w.real(0, 2), w.real(0, 2), planes[0], planes[1], planes[2]);
@@ -423,6 +512,32 @@ template <auto Export, int32_t less> void matrix(Workspace &w) {
     });
 }
 
+template <auto Export> void turn_hue(Workspace &w) {
+    from_three_to_three(w, [&](auto &src, auto &dst) {
+        Export(w.width, w.height, w.real(-400, 400), w.real(0, 2), w.real(0, 2), src[0], src[1], src[2], dst[0], dst[1],
+               dst[2]);
+    });
+}
+
+void tritone(Workspace &w) {
+    from_three_to_three(w, [&](auto &src, auto &dst) {
+        const auto tone = [&] { return w.integer(0, 255); };
+        xTritone(w.width, w.height, tone(), tone(), tone(), tone(), tone(), tone(), tone(), tone(), tone(), src[0],
+                 src[1], src[2], dst[0], dst[1], dst[2]);
+    });
+}
+
+void grey(Workspace &w) {
+    uint8_t *src[3] = {w.buffer(w.count()), w.buffer(w.count()), w.buffer(w.count())};
+    xColorToGrayscale(w.width, w.height, src[0], src[1], src[2], w.result_of(src[1], w.count()));
+}
+
+void key(Workspace &w) {
+    uint8_t *src[3] = {w.buffer(w.count()), w.buffer(w.count()), w.buffer(w.count())};
+    xKeyToAlpha(w.width, w.height, w.integer(0, 255), w.integer(0, 255), w.integer(0, 255), w.real(0, 60),
+                w.real(0, 200), src[0], src[1], src[2], w.result_of(src[2], w.count()));
+}
+
 const BulkCase cases[] = {
     {"xHue", hue},
     {"xDayForNight", on_three_planes<xDayForNight>},
@@ -432,6 +547,11 @@ const BulkCase cases[] = {
     {"colortograyscale_trim", trim},
     {"xColorMatrix", matrix<xColorMatrix, 1>, true},
     {"xColorMatrix_ppl", matrix<xColorMatrix_ppl, 0>, true},
+    {"xFastHSV", turn_hue<xFastHSV>, true},
+    {"FastHSV_ppl", turn_hue<FastHSV_ppl>, true},
+    {"xTritone", tritone, true},
+    {"xColorToGrayscale", grey, true},
+    {"xKeyToAlpha", key, true},
 };
 
 INSTANTIATE_TEST_SUITE_P(Colour, BulkExport, testing::ValuesIn(cases), bulk_name);

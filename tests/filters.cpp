@@ -272,6 +272,64 @@ TEST(Filters, TwoRunningMaximaDilateByASquare) {
             EXPECT_EQ(dilated.at(x, y), x >= 5 && x <= 10 && y >= 9 && y <= 14 ? 200 : 0) << x << ' ' << y;
 }
 
+// One pass along a line, from exact sums.
+std::vector<int64_t> box_pass(const std::vector<int64_t> &line, int64_t radius) {
+    const auto last = static_cast<int64_t>(line.size()) - 1;
+    std::vector<int64_t> means;
+    for (int64_t i = 0; i <= last; ++i) {
+        int64_t sum = 0;
+        for (int64_t j = i - radius; j <= i + radius; ++j)
+            sum += line[static_cast<std::size_t>(std::clamp(j, int64_t{0}, last))];
+        means.push_back(
+            static_cast<int64_t>(static_cast<float>(sum) * (1.0F / static_cast<float>(2 * radius + 1)) + 0.5F));
+    }
+    return means;
+}
+
+TEST(Filters, BlurOfAnImpulse) {
+    const std::vector<uint8_t> line = {0, 0, 0, 0, 255, 0, 0, 0, 0};
+    for (const auto &[passes, expected] : {std::pair<int32_t, std::vector<uint8_t>>{1, {0, 0, 0, 85, 85, 85, 0, 0, 0}},
+                                           {3, {0, 9, 28, 57, 66, 57, 28, 9, 0}}}) {
+        for (const bool down : {false, true}) {
+            std::vector<uint8_t> dst(9);
+            xBlur(down ? 1 : 9, down ? 9 : 1, 1, passes, line.data(), dst.data());
+            EXPECT_EQ(dst, expected);
+        }
+    }
+    Plane plane(4, 4, 0);
+    plane.at(2, 2) = 255;
+    xBlur(5, 5, 1, 1, plane.samples.data(), plane.samples.data());
+    for (int32_t y = 0; y < 5; ++y)
+        for (int32_t x = 0; x < 5; ++x) EXPECT_EQ(plane.at(x, y), x % 4 != 0 && y % 4 != 0 ? 28 : 0);
+}
+
+TEST(Filters, BlurOfEveryRadius) {
+    for (const auto &[radius, held] :
+         {std::pair{-4, 0}, {0, 0}, {1, 1}, {7, 7}, {15, 15}, {16, 16}, {50, 50}, {127, 127}, {1000, 127}}) {
+        for (const int32_t passes : {-1, 0, 1, 3}) {
+            const Plane src = noise(70, 36);
+            Plane expected = src;
+            std::vector<std::vector<int64_t>> rows;
+            for (int32_t y = 0; y <= 36; ++y) {
+                std::vector<int64_t> row;
+                for (int32_t x = 0; x <= 70; ++x) row.push_back(src.at(x, y) * 256);
+                for (int32_t pass = 0; pass < passes; ++pass) row = box_pass(row, held);
+                rows.push_back(row);
+            }
+            for (int32_t x = 0; x <= 70; ++x) {
+                std::vector<int64_t> column;
+                for (const auto &row : rows) column.push_back(row[static_cast<std::size_t>(x)]);
+                for (int32_t pass = 0; pass < passes; ++pass) column = box_pass(column, held);
+                for (int32_t y = 0; y <= 36; ++y)
+                    expected.at(x, y) = static_cast<uint8_t>((column[static_cast<std::size_t>(y)] + 128) / 256);
+            }
+            Plane dst(70, 36);
+            xBlur(71, 37, radius, passes, src.samples.data(), dst.samples.data());
+            ASSERT_EQ(dst.samples, expected.samples) << radius << ' ' << passes;
+        }
+    }
+}
+
 void convolve(Workspace &w, int32_t largest_weight) {
     // Nothing is read or written of the last row, nor of the last column's end.
     const std::size_t columns = static_cast<std::size_t>(w.width);
@@ -313,6 +371,12 @@ const BulkCase cases[] = {
      }},
     {"Maximum_s", run_transposed<Maximum_s>},
     {"Minimum_s", run_transposed<Minimum_s>},
+    {"xBlur",
+     [](Workspace &w) {
+         uint8_t *src = w.buffer(w.count());
+         xBlur(w.width, w.height, w.integer(0, 20), 3, src, w.result_of(src, w.count()));
+     },
+     true},
 };
 
 INSTANTIATE_TEST_SUITE_P(Filters, BulkExport, testing::ValuesIn(cases), bulk_name);

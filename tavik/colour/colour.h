@@ -93,4 +93,64 @@ TAVIK_EXPORT(void)
 xColorMatrix_ppl(int32_t width, int32_t height, const uint8_t *src_r, const uint8_t *src_g, const uint8_t *src_b,
                  uint8_t *dst_r, uint8_t *dst_g, uint8_t *dst_b, const float *matrix);
 
+/* The exports below differ from the ones above: all take counts, write their whole rectangle and round to the nearest
+ * byte, halves up. Their destinations may be their sources. */
+
+/* Turns, saturates and scales one colour in place, by one matrix (Rodrigues' rotation about the grey axis).
+ *   red, green, blue   of any scale; not clamped
+ *   hue                degrees; +120 takes red to green
+ *   saturation         scales the distance from the mean of the three, which is kept at value 1
+ *   value              scales all
+ *   red' = (a·r + b·g) + c·b, green' = (c·r + a·g) + b·b, blue' = (b·r + c·g) + a·b with
+ *   s = saturation·cos(hue), t = (saturation·sin(hue))·√3, a = ((1 + (s + s))·value)/3,
+ *   b = (((1 − s) − t)·value)/3, c = (((1 − s) + t)·value)/3 */
+TAVIK_EXPORT(void)
+TransformHSV(float *red, float *green, float *blue, float hue, float saturation, float value);
+
+/* TransformHSV of each colour of three planes, rounded and held to 0 .. 255 (serial). NaN gives 255. */
+TAVIK_EXPORT(void)
+xFastHSV(int32_t width, int32_t height, float hue, float saturation, float value, const uint8_t *src_r,
+         const uint8_t *src_g, const uint8_t *src_b, uint8_t *dst_r, uint8_t *dst_g, uint8_t *dst_b);
+
+/* xFastHSV in parallel by rows. */
+TAVIK_EXPORT(void)
+FastHSV_ppl(int32_t width, int32_t height, float hue, float saturation, float value, const uint8_t *src_r,
+            const uint8_t *src_g, const uint8_t *src_b, uint8_t *dst_r, uint8_t *dst_g, uint8_t *dst_b);
+
+/* FastHSV_ppl with add_r, add_g and add_b added before the rounding. */
+TAVIK_EXPORT(void)
+FastHSVandRGB(int32_t width, int32_t height, float hue, float saturation, float value, float add_r, float add_g,
+              float add_b, const uint8_t *src_r, const uint8_t *src_g, const uint8_t *src_b, uint8_t *dst_r,
+              uint8_t *dst_g, uint8_t *dst_b);
+
+/* Writes the luma of Rec. 601, (77·R + 150·G + 29·B + 128) >> 8 (parallel by rows). Whites stay 255. */
+TAVIK_EXPORT(void)
+xColorToGrayscale(int32_t width, int32_t height, const uint8_t *src_r, const uint8_t *src_g, const uint8_t *src_b,
+                  uint8_t *dst);
+
+/* xColorToGrayscale under a second name: the same function. */
+TAVIK_EXPORT(void)
+xColorToGrayChannel(int32_t width, int32_t height, const uint8_t *src_r, const uint8_t *src_g, const uint8_t *src_b,
+                    uint8_t *dst);
+
+/* Maps black, the middle grey 127 and white to three colours and the greys between in proportion (parallel by rows):
+ * v = (R + G + B) / 3 of integers, dst = (mid·v + dark·(127 − v) + 63) / 127 below 128 and
+ * (light·(v − 127) + mid·(255 − v) + 64) / 128 from there.
+ *   light_*, mid_*, dark_*   0 .. 255; others leave the low byte */
+TAVIK_EXPORT(void)
+xTritone(int32_t width, int32_t height, int32_t light_r, int32_t light_g, int32_t light_b, int32_t mid_r, int32_t mid_g,
+         int32_t mid_b, int32_t dark_r, int32_t dark_g, int32_t dark_b, const uint8_t *src_r, const uint8_t *src_g,
+         const uint8_t *src_b, uint8_t *dst_r, uint8_t *dst_g, uint8_t *dst_b);
+
+/* Writes a mask that is 0 near a key colour and 255 away from it (parallel by rows). Distance is that in the chroma
+ * plane of Rec. 601: brightness plays no part, except that a dark screen is less colourful and wants a wider `outer`.
+ *   inner, outer   the distances where the mask leaves 0 and reaches 255; a hard key unless outer is above inner
+ *   with r, g, b the differences pixel − key, cb = (b·0.5 − r·0.168736) − g·0.331264,
+ *   cr = (r·0.5 − g·0.418688) − b·0.081312:
+ *   alpha = (√(cb·cb + cr·cr) − inner)·(1 / (outer − inner)) held to 0 .. 1, times 255, rounded
+ *   alpha may be a source */
+TAVIK_EXPORT(void)
+xKeyToAlpha(int32_t width, int32_t height, int32_t key_r, int32_t key_g, int32_t key_b, float inner, float outer,
+            const uint8_t *src_r, const uint8_t *src_g, const uint8_t *src_b, uint8_t *alpha);
+
 #endif

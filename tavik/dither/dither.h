@@ -46,11 +46,40 @@ xgrain(int32_t width, int32_t height, float amount1, float amount2, float amount
  * them, so that pictures differ from call to call.
  * With two numbers drawn for each pixel, offset = amount / 2 and scale = amount × (1/32767), the pixel (x, y) comes
  * from (trunc(scale × first) − offset + x, trunc(scale × second) − offset + y), clamped to 0 .. x_max − 2 and 0 ..
- * y_max − 2 (to 0 in smaller planes). dst_*, src_*   channel planes of (x_max + 1) × (y_max + 1), different ones; the
- * last column and row of dst stay as they were, and the last two of src are not read ignored        not used amount
- * pixels that the displacement spans, −amount/2 .. amount − amount/2; 0 copies */
+ * y_max − 2 (to 0 in smaller planes).
+ *   dst_*, src_*   channel planes of (x_max + 1) × (y_max + 1), different ones; the last column and row of dst stay as
+ *                  they were, and the last two of src are not read
+ *   ignored        not used
+ *   amount         pixels that the displacement spans, −amount/2 .. amount − amount/2; 0 copies */
 TAVIK_EXPORT(void)
 FastJitter(uint8_t *dst_r, uint8_t *dst_g, uint8_t *dst_b, int32_t ignored, int32_t x_max, int32_t y_max,
            const uint8_t *src_r, const uint8_t *src_g, const uint8_t *src_b, int32_t amount);
+
+/* The exports below differ from the ones above: all take counts, write their whole rectangle and round to the nearest
+ * byte, and their patterns are functions of the place and a seed, the same on every thread and machine. */
+
+/* Adds grain from tiles to three planes, in place (parallel by rows).
+ *   grain_*              float planes of grain_width × grain_height (at least 1), values about 0, repeated as tiles
+ *   scale                grain samples per pixel
+ *   offset_x, offset_y   grain samples that the tiles are moved by, from frame to frame
+ *   amount               of the grain: plane = round(grain × amount + plane), held to 0 .. 255
+ * Grain is interpolated bilinearly at (x × scale + offset_x, y × scale + offset_y), wrapped at the tile's edges. */
+TAVIK_EXPORT(void)
+xfilmgrainHelper(int32_t width, int32_t height, int32_t grain_width, int32_t grain_height, float scale, float offset_x,
+                 float offset_y, float amount, const float *grain_r, const float *grain_g, const float *grain_b,
+                 uint8_t *plane_r, uint8_t *plane_g, uint8_t *plane_b);
+
+/* Scatters pixels: each comes from a random one at most `amount` away on each axis, the edge ones beyond the edges
+ * (parallel by rows). A FastJitter that repeats itself and reaches all edges. Sources and destinations are different
+ * planes. */
+TAVIK_EXPORT(void)
+xjitter(int32_t width, int32_t height, float amount, int32_t seed, const uint8_t *src_r, const uint8_t *src_g,
+        const uint8_t *src_b, uint8_t *dst_r, uint8_t *dst_g, uint8_t *dst_b);
+
+/* Shows a picture through frosted glass: xjitter with displacements that vary smoothly over cells of `cell` pixels
+ * (above 0), and samples interpolated bilinearly (parallel by rows). */
+TAVIK_EXPORT(void)
+xjitter2(int32_t width, int32_t height, float amount, float cell, int32_t seed, const uint8_t *src_r,
+         const uint8_t *src_g, const uint8_t *src_b, uint8_t *dst_r, uint8_t *dst_g, uint8_t *dst_b);
 
 #endif

@@ -1,4 +1,4 @@
-/* filters: 3×3 convolution, shading of normals, median, and running maximum and minimum.
+/* filters: 3×3 convolution, shading of normals, median, running maximum and minimum, and blur.
  *
  * Planes here have x_max + 1 columns and y_max + 1 rows; destinations are distinct from sources. Some borders stay
  * unwritten, as each export says. Buffer kinds are those of frame.h. */
@@ -45,5 +45,18 @@ TAVIK_EXPORT(void) Maximum_s(const uint8_t *src, uint8_t *dst, int32_t x_max, in
 
 /* Maximum_s with the smallest sample; that of an empty span is 255. Two calls erode. */
 TAVIK_EXPORT(void) Minimum_s(const uint8_t *src, uint8_t *dst, int32_t x_max, int32_t y_max, int32_t radius);
+
+/* Blurs a plane by repeated boxes (Wells 1986); the time does not depend on the radius (counts; parallel by rows, then
+ * by columns).
+ *   radius   held to 0 .. 127: a box is the mean of 2·radius + 1 samples; the edge samples are repeated beyond the
+ *            edges; 0 copies
+ *   passes   boxes along rows, then as many along columns: 1 box, 2 tent, 3 close to a Gaussian of
+ *            σ² = passes × ((2·radius + 1)² − 1) / 12; 0 or less copies
+ *   dst      may be src; all of it is written
+ * Eight fraction bits are kept throughout, so that smooth areas stay free of bands: samples become v = src << 8, each
+ * pass makes v the truncated float(sum) × (1 / (2·radius + 1)) + 0.5, and dst = (v + 128) >> 8. Allocates two bytes per
+ * sample while it runs; without that memory it writes nothing. */
+TAVIK_EXPORT(void)
+xBlur(int32_t width, int32_t height, int32_t radius, int32_t passes, const uint8_t *src, uint8_t *dst);
 
 #endif

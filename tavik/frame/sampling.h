@@ -55,4 +55,15 @@ using SampleBilinearRow = void(const uint8_t *plane, int32_t width, int32_t heig
                                float *dst, std::size_t count);
 extern const PerLevel<SampleBilinearRow> sample_bilinear;
 
+// dst[i] = round_to_byte(src[i]).
+using RoundBytesRow = void(const float *src, uint8_t *dst, std::size_t count);
+extern const PerLevel<RoundBytesRow> round_bytes;
+
+// The most positions that are sampled at a time: their coordinates stay in the nearest cache.
+constexpr std::size_t sampling_run = 256;
+
+// Rounds the samples of three planes at up to `sampling_run` positions.
+void sample_three_planes(const uint8_t *const src[3], int32_t width, int32_t height, const float *x, const float *y,
+                         uint8_t *const dst[3], std::size_t count);
+
 } // namespace tavik

@@ -60,3 +60,7 @@ void sample_bilinear(const uint8_t *plane, int32_t width, int32_t height, const 
 #endif
     for (size_t i = done; i < count; ++i) dst[i] = bilinear(plane, width, height, x[i], y[i]);
 }
+
+void round_bytes(const float *src, uint8_t *dst, size_t count) {
+    for (size_t i = 0; i < count; ++i) dst[i] = round_to_byte(src[i]);
+}
