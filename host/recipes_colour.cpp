@@ -73,8 +73,8 @@ void hue_wheel(Run &run) {
     }
 }
 
-// Rings of one colour each, turned through the circle.
-void hue_rings(Run &run) {
+// One colour turned through the circle, at five saturations.
+void hue_steps(Run &run) {
     constexpr int32_t side = 400;
     Image &picture = run.draw_on(side, side, {250, 250, 252});
     for (int32_t spoke = 0; spoke < 12; ++spoke) {
@@ -94,7 +94,7 @@ void keyed(Run &run) {
     std::vector<uint8_t> alpha(static_cast<std::size_t>(photo.pixel_count()));
     run.label("alpha", alpha);
     // The saucer's red.
-    run.call(EXPORT(xKeyToAlpha), photo.width, photo.height, 170, 50, 20, 30.0F, 60.0F, photo.red.data(),
+    run.call(EXPORT(xKeyToAlpha), photo.width, photo.height, 150, 20, 0, 16.0F, 26.0F, photo.red.data(),
              photo.green.data(), photo.blue.data(), alpha.data());
     for (int32_t y = 0; y < photo.height; ++y) {
         for (int32_t x = 0; x < photo.width; ++x) {
@@ -168,7 +168,7 @@ Family colour_family() {
                  "Hues turned about the grey axis by 30 degrees from picture to picture; the mean is kept.",
                  {"FastHSV_ppl"},
                  hue_wheel},
-                {"hue_steps", "One colour turned", "Hues across, saturations down.", {"TransformHSV"}, hue_rings},
+                {"hue_steps", "One colour turned", "Hues across, saturations down.", {"TransformHSV"}, hue_steps},
                 {"vivid",
                  "Vivid",
                  "Saturation by half more.",
