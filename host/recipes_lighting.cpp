@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
+#include <vector>
 
 #include "host/run.h"
 
@@ -105,11 +107,119 @@ void falloff(Run &run) {
     }
 }
 
+// The photo's luma, and as floats.
+struct Relief {
+    std::vector<uint8_t> heights;
+    std::vector<float> float_heights;
+
+    explicit Relief(const Image &photo) {
+        for (std::size_t i = 0; i < photo.red.size(); ++i)
+            heights.push_back(static_cast<uint8_t>((2 * photo.red[i] + 5 * photo.green[i] + photo.blue[i]) / 8));
+        float_heights.assign(heights.begin(), heights.end());
+    }
+};
+
+void lamps_on_stone(Run &run) {
+    const Image &photo = run.photo;
+    Image &picture = run.picture;
+    const Relief relief(photo);
+    std::vector<float> normals(3 * relief.heights.size());
+    // A warm lamp and a cold one, 150 above the picture.
+    const std::array<float, 24> lamps = {150, 120, 150, 1,    0.8F, 0.55F, 20000, 1, 0.9F, 0.8F, 9000, 24,
+                                         470, 290, 150, 0.5F, 0.7F, 1,     20000, 1, 1,    1,    9000, 24};
+    run.label("heights", relief.float_heights);
+    run.label("normals", normals);
+    run.label("lamps", lamps);
+    run.call(EXPORT(x_F_Convolve_Normals), photo.width, photo.height, 0.06F, relief.float_heights.data(),
+             normals.data());
+    run.call(EXPORT(xLighting), photo.width, photo.height, 0.12F, 0.1F, lamps.data(), 2, relief.float_heights.data(),
+             normals.data(), photo.red.data(), photo.green.data(), photo.blue.data(), picture.red.data(),
+             picture.green.data(), picture.blue.data());
+}
+
+void normal_map(Run &run) {
+    const Relief relief(run.photo);
+    run.label("heights", relief.heights);
+    run.call(EXPORT(xNormalMap), run.photo.width, run.photo.height, 0.08F, 0, relief.heights.data(),
+             run.picture.red.data(), run.picture.green.data(), run.picture.blue.data());
+}
+
+void grey_relief(Run &run) {
+    const Relief relief(run.photo);
+    run.label("heights", relief.heights);
+    run.call(EXPORT(CPU_hightmap_r2), run.photo.width, run.photo.height, 0.08F, -1.0F, -1.0F, 1.2F, 0.1F,
+             relief.heights.data(), run.picture.red.data());
+    run.picture.green = run.picture.red;
+    run.picture.blue = run.picture.red;
+}
+
+void glossy_relief(Run &run) {
+    const Image &photo = run.photo;
+    Image &picture = run.picture;
+    const Relief relief(photo);
+    run.label("heights", relief.heights);
+    run.call(EXPORT(CPU_hightmap_r3), photo.width, photo.height, 0.06F, -1.0F, -1.0F, 1.2F, 0.25F, 0.6F, 24.0F,
+             relief.heights.data(), photo.red.data(), photo.green.data(), photo.blue.data(), picture.red.data(),
+             picture.green.data(), picture.blue.data());
+}
+
+// Rings on water over a blue ground, shaded in floats and rounded by the host.
+void float_relief(Run &run) {
+    constexpr int32_t side = 400;
+    std::vector<float> heights;
+    std::array<std::vector<float>, 3> colours;
+    for (int32_t y = 0; y < side; ++y) {
+        for (int32_t x = 0; x < side; ++x) {
+            float height = 0;
+            for (const auto &[cx, cy] : {std::pair{120.0F, 150.0F}, {290.0F, 260.0F}}) {
+                const float dx = static_cast<float>(x) - cx;
+                const float dy = static_cast<float>(y) - cy;
+                // A triangle wave with rounded crests.
+                const float phase = std::sqrt(dx * dx + dy * dy) / 28;
+                const float part = std::abs(phase - std::floor(phase) - 0.5F) * 2;
+                height += part * part * (3 - 2 * part) * 6;
+            }
+            heights.push_back(height);
+            colours[0].push_back(30);
+            colours[1].push_back(90 + static_cast<float>(y) / 8);
+            colours[2].push_back(170);
+        }
+    }
+    run.label("heights", heights);
+    run.label("colours", colours[0]);
+    auto lit = colours;
+    run.call(EXPORT(CPU_hightmap_r3_float), side, side, 1.0F, -1.0F, -1.2F, 1.5F, 0.3F, 0.9F, 40.0F, heights.data(),
+             colours[0].data(), colours[1].data(), colours[2].data(), lit[0].data(), lit[1].data(), lit[2].data());
+    Image &picture = run.draw_on(side, side, {0, 0, 0});
+    const auto planes = picture.planes();
+    for (std::size_t plane = 0; plane < 3; ++plane)
+        for (std::size_t i = 0; i < heights.size(); ++i) planes[plane][i] = as_sample(lit[plane][i] / 255);
+}
+
+// A ball of crystal that turns the picture over, and a bubble that hardly bends it, each in its shadow.
+void balls(Run &run) {
+    const Image &photo = run.photo;
+    Image ground = photo;
+    const auto planes = ground.planes();
+    run.label("ground", ground.red);
+    run.call(EXPORT(xBubbleShadow), photo.width, photo.height, 215.0F, 250.0F, 110.0F, 0.35F, 0.7F, 0.5F, planes[0],
+             planes[1], planes[2]);
+    run.call(EXPORT(xBubbleShadow), photo.width, photo.height, 452.0F, 152.0F, 78.0F, 0.3F, 0.3F, 0.15F, planes[0],
+             planes[1], planes[2]);
+    Image crystal = ground;
+    run.call(EXPORT(SphereInnards), photo.width, photo.height, 190.0F, 205.0F, 110.0F, 1.5F, 4.0F, 245.0F, 250.0F,
+             255.0F, 0.8F, planes[0], planes[1], planes[2], crystal.red.data(), crystal.green.data(),
+             crystal.blue.data());
+    run.call(EXPORT(SphereInnards), photo.width, photo.height, 440.0F, 130.0F, 78.0F, 1.12F, 1.0F, 255.0F, 255.0F,
+             255.0F, 0.9F, crystal.red.data(), crystal.green.data(), crystal.blue.data(), run.picture.red.data(),
+             run.picture.green.data(), run.picture.blue.data());
+}
+
 } // namespace
 
 Family lighting_family() {
     return {"lighting",
-            "Vectors, normals and the light of point lamps.",
+            "Point lamps, reliefs, glass and its shadows.",
             {
                 {"lit_sphere",
                  "Lit sphere",
@@ -126,6 +236,24 @@ Family lighting_family() {
                  "Three lamps on a wall; the contours are as uneven as the fast distance.",
                  {"Distance_3d", "InverseSquareLight"},
                  falloff},
+                {"lamps_on_stone",
+                 "Two lamps",
+                 "The photo as a relief under a warm lamp and a cold one.",
+                 {"x_F_Convolve_Normals", "xLighting"},
+                 lamps_on_stone},
+                {"normal_map", "Normal map", "The normals of the photo's brightness.", {"xNormalMap"}, normal_map},
+                {"grey_relief",
+                 "Relief in grey",
+                 "The same relief lit from the upper left.",
+                 {"CPU_hightmap_r2"},
+                 grey_relief},
+                {"glossy_relief", "Glossy relief", "In colour, with highlights.", {"CPU_hightmap_r3"}, glossy_relief},
+                {"rings", "Rings on water", "Shaded in float planes.", {"CPU_hightmap_r3_float"}, float_relief},
+                {"balls",
+                 "Crystal ball and bubble",
+                 "One turns the picture over, the other hardly bends it; both cast shadows with a bright spot.",
+                 {"xBubbleShadow", "SphereInnards"},
+                 balls},
             }};
 }
 

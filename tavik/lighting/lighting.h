@@ -1,9 +1,9 @@
-/* lighting: vectors, triangle normals and the light of a point lamp, one value per call.
+/* lighting: vectors, triangle normals and point lamps, one value per call; then the shading of height fields.
  *
- * A vector is three consecutive floats x, y and z, passed by pointer. All are pure functions of their arguments, in
- * single precision from left to right as written unless double is said. Nothing is checked: a light in its own
- * point, a half vector of length 0 or NaN give the infinities and NaN of the arithmetic. Any number of threads may
- * call them at once. */
+ * A vector is three consecutive floats x, y and z, passed by pointer. The functions of vectors are pure, in single
+ * precision from left to right as written unless double is said. Nothing is checked: a light in its own point, a half
+ * vector of length 0 or NaN give the infinities and NaN of the arithmetic. Any number of threads may call them at
+ * once. */
 #ifndef TAVIK_LIGHTING_LIGHTING_H
 #define TAVIK_LIGHTING_LIGHTING_H
 
@@ -46,5 +46,83 @@ TAVIK_EXPORT(float) InverseSquareLight(float distance, float intensity, float sc
  * Writes nothing when the diffuse intensity is not above 0, whatever the specular one. Returns out. */
 TAVIK_EXPORT(float *)
 GetPointLight(float *out, const float *light, const float *point, const float *view, const float *normal);
+
+/* Height fields. The exports below take counts, write their whole rectangle, run in parallel by rows, and round to the
+ * nearest byte, halves up, held to 0 .. 255. Heights grow towards the viewer, as z does; x goes right and y down; a
+ * light vector points from the surface to the light. Edge samples are repeated beyond the edges. Any float is safe:
+ * NaN can spoil the picture, but nothing outside the buffers is touched.
+ *
+ * The normal of a height plane is (−gx, −gy, 1) scaled to length 1, with (gx, gy) Sobel's gradient times `scale`: of
+ * the neighbours a b c / d . f / g i j, gx = (((c − a) + (j − g)) + (f − d)·2)·0.125 and
+ * gy = (((g − a) + (j − c)) + (i − b)·2)·0.125. */
+
+/* Writes the normals of a float height plane, three floats to a pixel: what xGradientConvolve reads with
+ * x_max = width − 1. */
+TAVIK_EXPORT(void)
+x_F_Convolve_Normals(int32_t width, int32_t height, float scale, const float *heights, float *normals);
+
+/* Writes the normals of a byte height plane as a picture, each component n as n·127.5 + 127.5.
+ *   flip_y   not 0 negates y, for hosts whose y points up */
+TAVIK_EXPORT(void)
+xNormalMap(int32_t width, int32_t height, float scale, int32_t flip_y, const uint8_t *heights, uint8_t *dst_r,
+           uint8_t *dst_g, uint8_t *dst_b);
+
+/* Lights a picture with relief by point lamps.
+ *   ambient        light that falls everywhere, 0 .. 1
+ *   height_scale   of the heights; lamps are placed in pixels and scaled heights
+ *   lights         light_count records of 12 floats, as GetPointLight takes them; those whose diffuse intensity is not
+ *                  above 0 are dark. A lamp d pixels away needs an intensity of about d² to reach 1
+ *   heights        float plane;  normals   its normals, three floats to a pixel
+ *   dst_*          may be src_*
+ * dst = src × (ambient + diffuse) + specular × 255, with the sums over the lamps in order of what GetPointLight gives
+ * for the view (0, 0, 1); the power is computed to a few units in the last place, the same on every machine. */
+TAVIK_EXPORT(void)
+xLighting(int32_t width, int32_t height, float ambient, float height_scale, const float *lights, int32_t light_count,
+          const float *heights, const float *normals, const uint8_t *src_r, const uint8_t *src_g, const uint8_t *src_b,
+          uint8_t *dst_r, uint8_t *dst_g, uint8_t *dst_b);
+
+/* Shades a relief by one direction of light (hill shading, Horn 1981, with central differences).
+ *   light_x, light_y, light_z   of any length above 0
+ *   dst = cosine × (1 − ambient) + ambient, as 0 .. 255; the cosine is held to 0 .. 1 */
+TAVIK_EXPORT(void)
+CPU_hightmap_r2(int32_t width, int32_t height, float scale, float light_x, float light_y, float light_z, float ambient,
+                const uint8_t *heights, uint8_t *dst);
+
+/* Shades a colour picture by the relief of a height plane: one direction of light, Sobel's normals, and Blinn and
+ * Phong's highlight for a view from straight above.
+ *   specular, shininess   strength and exponent of the highlight
+ *   dst_*                 may be src_*
+ * value = src × (cosine × (1 − ambient) + ambient) + highlight × specular × 255 where the light reaches the surface. */
+TAVIK_EXPORT(void)
+CPU_hightmap_r3(int32_t width, int32_t height, float scale, float light_x, float light_y, float light_z, float ambient,
+                float specular, float shininess, const uint8_t *heights, const uint8_t *src_r, const uint8_t *src_g,
+                const uint8_t *src_b, uint8_t *dst_r, uint8_t *dst_g, uint8_t *dst_b);
+
+/* CPU_hightmap_r3 over float planes, neither rounded nor held. */
+TAVIK_EXPORT(void)
+CPU_hightmap_r3_float(int32_t width, int32_t height, float scale, float light_x, float light_y, float light_z,
+                      float ambient, float specular, float shininess, const float *heights, const float *src_r,
+                      const float *src_g, const float *src_b, float *dst_r, float *dst_g, float *dst_b);
+
+/* Shows a picture through a ball of glass. Outside the ball it is copied; its rim is anti-aliased.
+ *   cx, cy, radius     of the ball, in pixels; radius above 0
+ *   index              refractive, 1 or more; 1 changes nothing
+ *   depth              how far the ball's centre hangs before the picture, in radii, 1 or more; deep enough, the
+ *                      picture turns over
+ *   tint_*             colour of the glass, 0 .. 255
+ *   rim                strength of the light reflected at grazing angles (Schlick 1994)
+ * Rays are refracted at both surfaces by Snell's law; samples are interpolated bilinearly. */
+TAVIK_EXPORT(void)
+SphereInnards(int32_t width, int32_t height, float cx, float cy, float radius, float index, float depth, float tint_r,
+              float tint_g, float tint_b, float rim, const uint8_t *src_r, const uint8_t *src_g, const uint8_t *src_b,
+              uint8_t *dst_r, uint8_t *dst_g, uint8_t *dst_b);
+
+/* Casts the soft shadow of a bubble onto a picture, in place: darkest near the rim, where the wall is seen edge-on,
+ * with a bright spot of half the radius in the middle.
+ *   softness   how far the shadow reaches beyond the radius and into it, in radii, above 0 (0 gives odd pictures)
+ *   opacity    of the shadow;  focus   strength of the spot */
+TAVIK_EXPORT(void)
+xBubbleShadow(int32_t width, int32_t height, float cx, float cy, float radius, float softness, float opacity,
+              float focus, uint8_t *plane_r, uint8_t *plane_g, uint8_t *plane_b);
 
 #endif

@@ -1,0 +1,270 @@
+// Height fields as surfaces.
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "tavik/lighting/lighting.h"
+#include "tests/support/bulk.h"
+
+using namespace tavik_test;
+
+namespace {
+
+using Bytes = std::vector<uint8_t>;
+using Floats = std::vector<float>;
+constexpr int32_t side = 9;
+constexpr std::size_t count = side * side;
+
+// value(x, y) of each sample.
+template <class Sample = uint8_t, class Value> std::vector<Sample> plane_of(const Value &value) {
+    std::vector<Sample> plane;
+    for (int32_t y = 0; y < side; ++y)
+        for (int32_t x = 0; x < side; ++x) plane.push_back(static_cast<Sample>(value(x, y)));
+    return plane;
+}
+
+template <class Sample> std::vector<Sample> row_of(const std::vector<Sample> &plane, std::ptrdiff_t y) {
+    return {plane.begin() + y * side, plane.begin() + (y + 1) * side};
+}
+
+const Bytes ramp = plane_of([](int32_t x, int32_t y) { return 10 * x + y; });
+const Bytes rising = plane_of([](int32_t x, int32_t) { return 10 * x; });
+
+TEST(Lighting, NormalsOfSlopes) {
+    const Floats heights = plane_of<float>([](int32_t x, int32_t) { return x; });
+    Floats normals(3 * count, 9);
+    x_F_Convolve_Normals(side, side, 1, heights.data(), normals.data());
+    const auto at = [&](std::size_t x, std::size_t y) {
+        const float *n = &normals[3 * (y * side + x)];
+        return std::array<float, 3>{n[0], n[1], n[2]};
+    };
+    EXPECT_EQ(at(4, 4), (std::array<float, 3>{-0.70710677F, 0, 0.70710677F}));
+    EXPECT_EQ(at(4, 0), at(4, 4));
+    EXPECT_EQ(at(0, 4), (std::array<float, 3>{-0.44721359F, 0, 0.89442718F}));
+    EXPECT_EQ(at(8, 8), at(0, 4));
+    EXPECT_TRUE(std::signbit(at(4, 4)[1]));
+
+    const Bytes falling = plane_of([](int32_t, int32_t y) { return 10 * y; });
+    struct Case {
+        const Bytes &heights;
+        int32_t flip_y;
+        std::array<int, 3> colour;
+    };
+    for (const Case &c : {Case{Bytes(count, 7), 0, {128, 128, 255}},
+                          {rising, 0, {37, 128, 218}},
+                          {falling, 0, {128, 37, 218}},
+                          {falling, 1, {128, 218, 218}}}) {
+        Bytes r(count);
+        Bytes g(count);
+        Bytes b(count);
+        xNormalMap(side, side, 0.1F, c.flip_y, c.heights.data(), r.data(), g.data(), b.data());
+        EXPECT_EQ((std::array<int, 3>{r[40], g[40], b[40]}), c.colour);
+    }
+}
+
+TEST(Lighting, ReliefsInGrey) {
+    struct Case {
+        const Bytes &heights;
+        std::array<float, 3> light;
+        float ambient;
+        int grey;
+    };
+    for (const Case &c : {Case{Bytes(count, 7), {0, 0, 1}, 0, 255},
+                          {rising, {1, 0, 1}, 0.2F, 51},
+                          {rising, {-1, 0, 1}, 0.2F, 255},
+                          {rising, {0, 0, -3}, 0.2F, 51},
+                          {rising, {0, 3, 4}, 0, 144}}) {
+        Bytes dst(count);
+        CPU_hightmap_r2(side, side, 0.1F, c.light[0], c.light[1], c.light[2], c.ambient, c.heights.data(), dst.data());
+        EXPECT_EQ(dst[40], c.grey);
+    }
+    Bytes dst(count);
+    CPU_hightmap_r2(side, side, 0.1F, 0, 0, 1, 0, rising.data(), dst.data());
+    EXPECT_EQ(row_of(dst, 0), (Bytes{228, 180, 180, 180, 180, 180, 180, 180, 228}));
+}
+
+TEST(Lighting, ReliefsInColour) {
+    const Floats heights(rising.begin(), rising.end());
+    const Floats colour(count, 100);
+    const Bytes byte_colour(count, 100);
+    for (const auto &[specular, expected] : {std::pair{0.5F, 157.764862F}, {0.0F, 100.0F}}) {
+        std::array<Floats, 3> floats = {colour, Floats(count), Floats(count)};
+        CPU_hightmap_r3_float(side, side, 0.1F, -1, 0, 1, 0.2F, specular, 10, heights.data(), floats[0].data(),
+                              colour.data(), colour.data(), floats[0].data(), floats[1].data(), floats[2].data());
+        std::array<Bytes, 3> bytes = {Bytes(count), Bytes(count), Bytes(count)};
+        CPU_hightmap_r3(side, side, 0.1F, -1, 0, 1, 0.2F, specular, 10, rising.data(), byte_colour.data(),
+                        byte_colour.data(), byte_colour.data(), bytes[0].data(), bytes[1].data(), bytes[2].data());
+        EXPECT_FLOAT_EQ(floats[1][40], expected);
+        EXPECT_EQ(floats[0], floats[2]);
+        for (std::size_t plane = 0; plane < 3; ++plane)
+            for (std::size_t i = 0; i < count; ++i)
+                EXPECT_EQ(bytes[plane][i], static_cast<int>(floats[plane][i] + 0.5F));
+    }
+    // Turned away from the light there is no highlight.
+    Bytes dark(count);
+    CPU_hightmap_r3(side, side, 1, 1, 0, 0.1F, 0.25F, 1, 0, rising.data(), byte_colour.data(), byte_colour.data(),
+                    byte_colour.data(), dark.data(), dark.data(), dark.data());
+    EXPECT_EQ(dark[40], 25);
+}
+
+TEST(Lighting, LampsOverAPicture) {
+    const std::array<float, 12> lamp = {0, 0, 2, 1, 0.5F, 0.25F, 1, 1, 1, 1, 1, 20};
+    std::array<float, 12> off = lamp;
+    off[6] = 0;
+    const Floats height = {0};
+    const Floats up = {0, 0, 1};
+    std::array<uint8_t, 3> pixel = {200, 200, 200};
+    xLighting(1, 1, 0.1F, 1, lamp.data(), 1, height.data(), up.data(), &pixel[0], &pixel[1], &pixel[2], &pixel[0],
+              &pixel[1], &pixel[2]);
+    EXPECT_EQ(pixel, (std::array<uint8_t, 3>{134, 109, 96}));
+    pixel = {200, 200, 200};
+    xLighting(1, 1, 0.5F, 1, off.data(), 1, height.data(), up.data(), &pixel[0], &pixel[1], &pixel[2], &pixel[0],
+              &pixel[1], &pixel[2]);
+    EXPECT_EQ(pixel, (std::array<uint8_t, 3>{100, 100, 100}));
+
+    // Several lamps over a hilly picture are the sums of GetPointLight.
+    const Floats heights = plane_of<float>([](int32_t x, int32_t y) { return (x * 7 + y * 5) % 4; });
+    Floats normals(3 * count);
+    x_F_Convolve_Normals(side, side, 0.5F, heights.data(), normals.data());
+    const std::array<float, 36> lamps = {2,  3, 12, 1,    0.5F, 0.2F, 90, 1,    1, 0.5F, 30, 9,  //
+                                         8,  1, 5,  0.1F, 0.5F, 0.9F, 20, 0.2F, 1, 1,    9,  30, //
+                                         -9, 4, 3,  1,    1,    1,    0,  1,    1, 1,    99, 1};
+    std::array<Bytes, 3> dst = {Bytes(count), Bytes(count), Bytes(count)};
+    xLighting(side, side, 0.15F, 0.5F, lamps.data(), 3, heights.data(), normals.data(), ramp.data(), ramp.data(),
+              ramp.data(), dst[0].data(), dst[1].data(), dst[2].data());
+    const std::array<float, 3> view = {0, 0, 1};
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::array<float, 3> point = {static_cast<float>(i % side), static_cast<float>(i / side),
+                                            heights[i] * 0.5F};
+        std::array<float, 6> sum = {0.15F, 0.15F, 0.15F, 0, 0, 0};
+        for (std::size_t lamp_index = 0; lamp_index < 3; ++lamp_index) {
+            std::array<float, 6> light = {};
+            GetPointLight(light.data(), &lamps[12 * lamp_index], point.data(), view.data(), &normals[3 * i]);
+            for (std::size_t part = 0; part < 6; ++part) sum[part] += light[part];
+        }
+        for (std::size_t channel = 0; channel < 3; ++channel)
+            EXPECT_NEAR(dst[channel][i],
+                        std::min(255.0F, static_cast<float>(ramp[i]) * sum[channel] + sum[channel + 3] * 255), 1.01)
+                << i;
+    }
+}
+
+TEST(Lighting, BallsOfGlass) {
+    const auto through = [](float index, float depth, float tint, float rim) {
+        std::array<Bytes, 3> dst = {Bytes(count), Bytes(count), Bytes(count)};
+        SphereInnards(side, side, 4, 4, 4, index, depth, tint, 255, 255, rim, ramp.data(), ramp.data(), ramp.data(),
+                      dst[0].data(), dst[1].data(), dst[2].data());
+        return dst;
+    };
+    EXPECT_EQ(through(1, 2, 255, 0)[0], ramp);
+    EXPECT_EQ(row_of(through(1.5F, 1, 255, 0)[0], 4), (Bytes{39, 37, 38, 41, 44, 47, 50, 51, 49}));
+    EXPECT_EQ(row_of(through(1.5F, 4, 255, 0)[2], 4), (Bytes{44, 84, 84, 61, 44, 27, 4, 4, 44}));
+    const auto tinted = through(1.5F, 1, 127.5F, 0);
+    EXPECT_EQ(tinted[0][40], 22);
+    EXPECT_EQ(tinted[1][40], 44);
+    EXPECT_EQ(tinted[0][0], ramp[0]);
+    const Bytes plain = through(1.3F, 2, 255, 0)[0];
+    const Bytes bright = through(1.3F, 2, 255, 1)[0];
+    for (std::size_t i = 0; i < count; ++i) EXPECT_GE(bright[i], plain[i]);
+    EXPECT_GT(bright[4 * side + 1], plain[4 * side + 1]);
+}
+
+TEST(Lighting, BubbleShadows) {
+    struct Case {
+        float opacity, focus;
+        Bytes row;
+    };
+    for (const Case &c : {Case{0.8F, 0, {188, 120, 105, 132, 144, 132, 105, 120, 188}},
+                          {0, 0.2F, {200, 200, 200, 212, 240, 212, 200, 200, 200}},
+                          {0, 0, Bytes(9, 200)}}) {
+        std::array<Bytes, 3> planes = {Bytes(count, 200), Bytes(count, 200), Bytes(count, 200)};
+        xBubbleShadow(side, side, 4, 4, 3, 0.5F, c.opacity, c.focus, planes[0].data(), planes[1].data(),
+                      planes[2].data());
+        EXPECT_EQ(row_of(planes[0], 4), c.row);
+        EXPECT_EQ(planes[0], planes[2]);
+        EXPECT_EQ(planes[0][0], 200);
+    }
+}
+
+constexpr float nan = std::numeric_limits<float>::quiet_NaN();
+
+// Three sources and their destinations of one kind of sample.
+struct Pictures {
+    uint8_t *src[3];
+    uint8_t *dst[3];
+
+    explicit Pictures(Workspace &w) {
+        for (int i = 0; i < 3; ++i) src[i] = w.buffer(w.count());
+        for (int i = 0; i < 3; ++i) dst[i] = w.result_of(src[i], w.count());
+    }
+};
+
+const BulkCase cases[] = {
+    {"x_F_Convolve_Normals",
+     [](Workspace &w) {
+         float *heights = w.floats(w.count(), -9, 9);
+         x_F_Convolve_Normals(w.width, w.height, w.real(-1, 2), heights, w.result<float>(3 * w.count()));
+     }},
+    {"xNormalMap",
+     [](Workspace &w) {
+         uint8_t *heights = w.buffer(w.count());
+         xNormalMap(w.width, w.height, w.real(-1, 2), w.integer(0, 1), heights, w.result(w.count()),
+                    w.result(w.count()), w.result(w.count()));
+     }},
+    {"xLighting",
+     [](Workspace &w) {
+         float *lamps = w.floats(24, 0.5F, 40);
+         lamps[17] = w.real(-1, 1);
+         const Pictures p(w);
+         float *heights = w.floats(w.count(), -9, 9);
+         float *normals = w.floats(3 * w.count(), -1, 1);
+         xLighting(w.width, w.height, 0.2F, w.real(0, 1), lamps, 2, heights, normals, p.src[0], p.src[1], p.src[2],
+                   p.dst[0], p.dst[1], p.dst[2]);
+     },
+     true},
+    {"CPU_hightmap_r2",
+     [](Workspace &w) {
+         uint8_t *heights = w.buffer(w.count());
+         CPU_hightmap_r2(w.width, w.height, w.real(-1, 2), w.real(-1, 1), w.real(-1, 1), w.real(0, 1), 0.1F, heights,
+                         w.result(w.count()));
+     }},
+    {"CPU_hightmap_r3",
+     [](Workspace &w) {
+         const Pictures p(w);
+         CPU_hightmap_r3(w.width, w.height, w.real(0, 1), w.real(-1, 1), w.real(-1, 1), w.real(0, 1), 0.1F, 0.8F,
+                         w.real(1, 40), w.buffer(w.count()), p.src[0], p.src[1], p.src[2], p.dst[0], p.dst[1],
+                         p.dst[2]);
+     },
+     true},
+    {"CPU_hightmap_r3_float",
+     [](Workspace &w) {
+         float *src[3] = {w.floats(w.count(), 0, 255), w.floats(w.count(), 0, 255), w.floats(w.count(), 0, 255)};
+         float *heights = w.floats(w.count(), 0, 255);
+         CPU_hightmap_r3_float(w.width, w.height, w.real(0, 1), w.real(-1, 1), w.real(-1, 1), w.real(0, 1), 0.1F, 0.8F,
+                               w.real(1, 40), heights, src[0], src[1], src[2], w.result<float>(w.count()),
+                               w.result<float>(w.count()), w.result<float>(w.count()));
+     }},
+    {"SphereInnards",
+     [](Workspace &w) {
+         uint8_t *src[3] = {w.buffer(w.count()), w.buffer(w.count()), w.buffer(w.count())};
+         uint8_t *dst[3] = {w.result(w.count()), w.result(w.count()), w.result(w.count())};
+         for (const float cx : {nan, static_cast<float>(w.width) / 2})
+             SphereInnards(w.width, w.height, cx, w.real(0, 9), w.real(1, 90), w.real(1, 2), w.real(1, 4), 200, 255,
+                           255, 0.5F, src[0], src[1], src[2], dst[0], dst[1], dst[2]);
+     }},
+    {"xBubbleShadow",
+     [](Workspace &w) {
+         uint8_t *planes[3] = {w.buffer(w.count()), w.buffer(w.count()), w.buffer(w.count())};
+         for (const float cx : {nan, w.real(0, 99)})
+             xBubbleShadow(w.width, w.height, cx, w.real(0, 9), w.real(1, 90), w.real(0, 1), 0.8F, 0.2F, planes[0],
+                           planes[1], planes[2]);
+     }},
+};
+
+INSTANTIATE_TEST_SUITE_P(Relief, BulkExport, testing::ValuesIn(cases), bulk_name);
+
+} // namespace
