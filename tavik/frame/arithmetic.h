@@ -50,6 +50,12 @@ constexpr int32_t nearest_index(float position, int32_t count) {
     return static_cast<int32_t>(clamp(position + 0.5F, 0.0F, static_cast<float>(count - 1)));
 }
 
+// The value where it is wanted, else 0. By a mask: compilers make a branch of a choice beside a long computation, which
+// keeps loops scalar.
+[[gnu::always_inline]] constexpr float value_or_zero(bool wanted, float value) {
+    return std::bit_cast<float>(std::bit_cast<uint32_t>(value) & (wanted ? ~0U : 0U));
+}
+
 constexpr int32_t clamp_to_byte(int32_t value) { return value < 0 ? 0 : (value > 255 ? 255 : value); }
 
 // Integer mean of three bytes: (a + b + c) / 3. 21846 / 65536 is above 1/3 by 1/98304, too little to carry any

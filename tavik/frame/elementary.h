@@ -91,8 +91,8 @@ constexpr float smooth(float t) { return (t * t) * (3.0F - (t + t)); }
 // finite number.
 [[gnu::always_inline]] constexpr float power(float base, float exponent) {
     constexpr float smallest_normal = 1.17549435e-38F;
-    const float result = exp2_of_held(exponent * log2_of_normal(base));
-    return base < smallest_normal ? 0.0F : result;
+    const bool normal = !(base < smallest_normal);
+    return value_or_zero(normal, exp2_of_held(exponent * log2_of_normal(base)));
 }
 
 } // namespace tavik

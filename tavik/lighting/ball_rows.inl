@@ -3,14 +3,21 @@
 bool refract(const Ball &ball, int32_t first, int32_t y, RefractedPixels &pixels, size_t count) {
     const Ball b = ball;
     const float v = (static_cast<float>(y) - b.centre_y) * b.inverse_radius;
-    float most = 0;
+    const auto from_centre = [=](size_t i) {
+        return (static_cast<float>(first + static_cast<int32_t>(i)) - b.centre_x) * b.inverse_radius;
+    };
     for (size_t i = 0; i < count; ++i) {
-        const float u = (static_cast<float>(first + static_cast<int32_t>(i)) - b.centre_x) * b.inverse_radius;
-        const float d2 = u * u + v * v;
-        const float cover = clamp((1.0F - std::sqrt(d2)) * b.radius + 0.5F, 0.0F, 1.0F);
-        pixels.cover[i] = cover;
-        most = cover > most ? cover : most;
+        const float u = from_centre(i);
+        pixels.cover[i] = clamp((1.0F - std::sqrt(u * u + v * v)) * b.radius + 0.5F, 0.0F, 1.0F);
+    }
+    if (std::none_of(pixels.cover.begin(), pixels.cover.begin() + static_cast<std::ptrdiff_t>(count),
+                     [](float cover) { return cover > 0; }))
+        return false;
 
+    TAVIK_INDEPENDENT
+    for (size_t i = 0; i < count; ++i) {
+        const float u = from_centre(i);
+        const float d2 = u * u + v * v;
         const float e2 = d2 < 1.0F ? d2 : 1.0F;
         const float w = std::sqrt(1.0F - e2);
         // Into the ball,
@@ -38,11 +45,12 @@ bool refract(const Ball &ball, int32_t first, int32_t y, RefractedPixels &pixels
         const float m2 = m * m;
         pixels.reflected[i] = ((1.0F - b.reflectance) * (m2 * m2 * m) + b.reflectance) * b.rim;
     }
-    return most > 0;
+    return true;
 }
 
 void mix_refracted(const RefractedPixels &pixels, const float *samples, float tint, const uint8_t *src, uint8_t *dst,
                    size_t count) {
+    TAVIK_INDEPENDENT
     for (size_t i = 0; i < count; ++i) {
         const auto old = static_cast<float>(src[i]);
         const float through = samples[i] * tint;

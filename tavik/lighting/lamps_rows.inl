@@ -2,6 +2,7 @@
 void add_lamp(const Lamp &lamp, int32_t first, float y, float height_scale, const float *heights, const float *normals,
               LitPixels &lit, size_t count) {
     const Lamp l = lamp;
+    TAVIK_INDEPENDENT
     for (size_t i = 0; i < count; ++i) {
         const float lx = l.position.x - static_cast<float>(first + static_cast<int32_t>(i));
         const float ly = l.position.y - y;

@@ -22,7 +22,7 @@ inline Reflection reflection_of(Gradient gradient, const GlossyShading &s) {
     const float diffuse = clamp((s.light.z - (gx * s.light.x + gy * s.light.y)) * inverse, 0.0F, 1.0F);
     const float half = clamp((s.half.z - (gx * s.half.x + gy * s.half.y)) * inverse, 0.0F, 1.0F);
     const float shine = power(half, s.shininess) * s.gloss;
-    return {diffuse * s.rest + s.ambient, diffuse > 0 ? shine : 0.0F};
+    return {diffuse * s.rest + s.ambient, value_or_zero(diffuse > 0, shine)};
 }
 
 void shade_colours(const ReliefRows<uint8_t> &rows, const GlossyShading &shading, const uint8_t *const src[3],
