@@ -53,6 +53,21 @@ const Case cases[] = {
          xBubbleShadow(p.width, p.height, static_cast<float>(p.width) / 2, static_cast<float>(p.height) / 2,
                        static_cast<float>(p.height) / 2, 0.3F, 0.1F, 0, p.to_r, p.to_g, p.to_b);
      }},
+    {"xOcclusionAdder, 16 steps",
+     {.bytes = 8, .parallel = true},
+     [](const Picture &p) { xOcclusionAdder(p.width, p.height, p.floats, 30, 32, 16, 0.1F, p.to_floats); }},
+    {"xOcclusionBlender",
+     {.bytes = 10, .parallel = true},
+     [](const Picture &p) { xOcclusionBlender(p.width, p.height, p.floats, 8, 0.001F, p.to_r, p.to_g, p.to_b); }},
+    {"CPUxDoOcclusion_f, 8 directions of 16 steps",
+     {.bytes = 8, .parallel = true},
+     [](const Picture &p) { CPUxDoOcclusion_f(p.width, p.height, p.floats, 8, 32, 16, 0.1F, p.to_floats); }},
+    {"xDoOcclusion, 8 directions of 16 steps",
+     {.bytes = 2, .parallel = true},
+     [](const Picture &p) { xDoOcclusion(p.width, p.height, p.r, 8, 32, 16, 0.1F, p.to_r); }},
+    {"xDoRaytraceShadow, 32 steps",
+     {.bytes = 5, .parallel = true},
+     [](const Picture &p) { xDoRaytraceShadow(p.width, p.height, p.floats, 220, 0.8F, 32, 0.3F, p.to_r); }},
 };
 
 const Family lighting("lighting", cases);

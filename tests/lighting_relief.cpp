@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <type_traits>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -190,6 +191,56 @@ TEST(Lighting, BubbleShadows) {
     }
 }
 
+// A wall of height 4 in column 5.
+template <class Sample> std::vector<Sample> ridge() {
+    return plane_of<Sample>([](int32_t x, int32_t) { return x == 5 ? 4 : 0; });
+}
+
+TEST(Lighting, OcclusionByTheHorizon) {
+    const Floats heights = ridge<float>();
+    Floats sum(count);
+    xOcclusionAdder(side, side, heights.data(), 0, 4, 4, 1, sum.data());
+    EXPECT_EQ(row_of(sum, 4), (Floats{0, 0.338719487F, 0.649119258F, 0.859292865F, 0.967724204F, 0, 0, 0, 0}));
+
+    Bytes openness(count);
+    xDoOcclusion(side, side, ridge<uint8_t>().data(), 8, 4, 4, 1, openness.data());
+    EXPECT_EQ(row_of(openness, 4), (Bytes{255, 244, 218, 183, 165, 255, 165, 183, 218}));
+
+    // All directions at once are the sum of the directions.
+    for (const int32_t directions : {3, 8, 17, 24}) {
+        Floats hills = plane_of<float>([](int32_t x, int32_t y) { return (x * 7 + y * 5) % 11; });
+        Floats open(count);
+        CPUxDoOcclusion_f(side, side, hills.data(), directions, 5, 6, 0.3F, open.data());
+        sum.assign(count, 0);
+        for (int32_t i = 0; i < directions; ++i)
+            xOcclusionAdder(side, side, hills.data(), 360.0F * static_cast<float>(i) / static_cast<float>(directions),
+                            5, 6, 0.3F, sum.data());
+        for (std::size_t i = 0; i < count; ++i)
+            ASSERT_EQ(open[i], 1 - sum[i] * (1 / static_cast<float>(directions))) << directions;
+    }
+
+    std::array<Bytes, 3> planes = {Bytes(2, 200), Bytes(2, 100), Bytes(2, 50)};
+    const Floats two = {0, 4};
+    xOcclusionBlender(2, 1, two.data(), 8, 1, planes[0].data(), planes[1].data(), planes[2].data());
+    EXPECT_EQ(planes, (std::array<Bytes, 3>{Bytes{200, 100}, {100, 50}, {50, 25}}));
+}
+
+TEST(Lighting, ShadowsOfRays) {
+    const Floats heights = ridge<float>();
+    struct Case {
+        float degrees, rise, softness;
+        Bytes row;
+    };
+    for (const Case &c : {Case{0, 1, 0, {255, 255, 0, 0, 0, 255, 255, 255, 255}},
+                          {0, 1, 2, {255, 255, 213, 128, 0, 255, 255, 255, 255}},
+                          {90, 1, 0, Bytes(9, 255)},
+                          {180, 1, 0, {255, 255, 255, 255, 255, 255, 0, 0, 0}}}) {
+        Bytes dst(count);
+        xDoRaytraceShadow(side, side, heights.data(), c.degrees, c.rise, 8, c.softness, dst.data());
+        EXPECT_EQ(row_of(dst, 4), c.row) << c.degrees;
+    }
+}
+
 constexpr float nan = std::numeric_limits<float>::quiet_NaN();
 
 // Three sources and their destinations of one kind of sample.
@@ -202,6 +253,16 @@ struct Pictures {
         for (int i = 0; i < 3; ++i) dst[i] = w.result_of(src[i], w.count());
     }
 };
+
+template <auto Export, class Height> void occlude(Workspace &w) {
+    Height *heights;
+    if constexpr (std::is_same_v<Height, float>)
+        heights = w.floats(w.count(), 0, 90);
+    else
+        heights = w.buffer(w.count());
+    Export(w.width, w.height, heights, w.integer(1, 9), w.integer(1, 40), w.integer(1, 30), w.real(0, 2),
+           w.result<Height>(w.count()));
+}
 
 const BulkCase cases[] = {
     {"x_F_Convolve_Normals",
@@ -265,6 +326,33 @@ const BulkCase cases[] = {
      }},
 };
 
+const BulkCase occlusion_cases[] = {
+    {"xOcclusionAdder",
+     [](Workspace &w) {
+         float *heights = w.floats(w.count(), 0, 90);
+         float *sum = w.floats(w.count(), 0, 1);
+         for (const float degrees : {w.real(-400, 400), 1e30F, nan})
+             xOcclusionAdder(w.width, w.height, heights, degrees, w.integer(1, 40), w.integer(1, 30), w.real(0, 2),
+                             sum);
+     }},
+    {"xOcclusionBlender",
+     [](Workspace &w) {
+         float *sum = w.floats(w.count(), 0, 9);
+         xOcclusionBlender(w.width, w.height, sum, 8, w.real(0, 2), w.buffer(w.count()), w.buffer(w.count()),
+                           w.buffer(w.count()));
+     }},
+    {"CPUxDoOcclusion_f", occlude<CPUxDoOcclusion_f, float>},
+    {"xDoOcclusion", occlude<xDoOcclusion, uint8_t>},
+    {"xDoRaytraceShadow",
+     [](Workspace &w) {
+         float *heights = w.floats(w.count(), 0, 90);
+         uint8_t *dst = w.result(w.count());
+         for (const float degrees : {nan, w.real(-400, 400)})
+             xDoRaytraceShadow(w.width, w.height, heights, degrees, w.real(0, 2), w.integer(1, 40), w.real(0, 2), dst);
+     }},
+};
+
+INSTANTIATE_TEST_SUITE_P(Occlusion, BulkExport, testing::ValuesIn(occlusion_cases), bulk_name);
 INSTANTIATE_TEST_SUITE_P(Relief, BulkExport, testing::ValuesIn(cases), bulk_name);
 
 } // namespace

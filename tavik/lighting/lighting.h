@@ -125,4 +125,45 @@ TAVIK_EXPORT(void)
 xBubbleShadow(int32_t width, int32_t height, float cx, float cy, float radius, float softness, float opacity,
               float focus, uint8_t *plane_r, uint8_t *plane_g, uint8_t *plane_b);
 
+/* Occlusion by the horizon of a height plane (horizon-based ambient occlusion, Bavoil and Sainz 2008): for one
+ * direction (degrees, clockwise on the screen from the right) the sine of the steepest angle under which the heights
+ * along it are seen, 0 .. 1, each of `steps` samples out to `radius` weighing less the farther it is. Samples outside
+ * the plane are left out. Use as many steps as the radius where thin features count. radius, steps   1 or more scale of
+ * the heights The exports allocate a few bytes per step and direction while they run; without that memory they write
+ * nothing. */
+
+/* Adds the occlusion of one direction to a float plane that the host has cleared, so that a host can show the picture
+ * after each direction. */
+TAVIK_EXPORT(void)
+xOcclusionAdder(int32_t width, int32_t height, const float *heights, float degrees, int32_t radius, int32_t steps,
+                float scale, float *sum);
+
+/* Darkens three planes in place by the occlusion that so many passes have added up: old × (1 − sum × (amount /
+ * passes)), the product held to 0 .. 1. */
+TAVIK_EXPORT(void)
+xOcclusionBlender(int32_t width, int32_t height, const float *sum, int32_t passes, float amount, uint8_t *plane_r,
+                  uint8_t *plane_g, uint8_t *plane_b);
+
+/* Writes how open each sample is to the sky, 1 − the mean occlusion of so many directions around the circle: 1 in the
+ * open, 0 at the bottom of a shaft. */
+TAVIK_EXPORT(void)
+CPUxDoOcclusion_f(int32_t width, int32_t height, const float *heights, int32_t directions, int32_t radius,
+                  int32_t steps, float scale, float *dst);
+
+/* CPUxDoOcclusion_f of a byte height plane, as 0 .. 255. */
+TAVIK_EXPORT(void)
+xDoOcclusion(int32_t width, int32_t height, const uint8_t *heights, int32_t directions, int32_t radius, int32_t steps,
+             float scale, uint8_t *dst);
+
+/* Writes the cast shadow of a height plane: 255 in the light, 0 in full shadow.
+ *   degrees    the direction in which the light lies, clockwise on the screen from the right
+ *   rise       how much a ray towards the light climbs per pixel
+ *   steps      how many pixels a ray is followed
+ *   softness   the slope above the ray at which the shadow is full; 0 or less is a hard shadow
+ * Heights along the ray are interpolated bilinearly; a ray that leaves the plane meets nothing more. Allocates a few
+ * bytes per step; without that memory it writes nothing. */
+TAVIK_EXPORT(void)
+xDoRaytraceShadow(int32_t width, int32_t height, const float *heights, float degrees, float rise, int32_t steps,
+                  float softness, uint8_t *dst);
+
 #endif
