@@ -10,6 +10,7 @@
 #include "tavik/frame/frame.h"
 #include "tavik/lighting/lighting.h"
 #include "tavik/memops/memops.h"
+#include "tavik/paint/paint.h"
 #include "tavik/raster/raster.h"
 #include "tavik/scalar/scalar.h"
 #include "tavik/tone/tone.h"
