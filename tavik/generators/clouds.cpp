@@ -106,7 +106,7 @@ class Batch {
     }
 
   private:
-    std::array<Puff, 256> puffs;
+    std::array<Puff, 512> puffs;
     std::size_t size = 0;
     int32_t top = std::numeric_limits<int32_t>::max();
     int32_t bottom = 0;

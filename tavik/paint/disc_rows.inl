@@ -78,6 +78,10 @@ inline void write_samples(uint8_t *to, Floats values) {
 #endif
 }
 
+#else
+
+constexpr int32_t lanes = 1;
+
 #endif
 
 // What is no number comes out low.
@@ -208,20 +212,24 @@ struct Span {
     int32_t end;
 };
 
-// The columns of a row in which the disc is, with some to spare for all rounding.
+// The columns of a row in which the disc is, with a little to spare for all rounding.
 inline Span chord(const Disc &disc, const Box &box, float dy_squared) {
+    const float reach = (disc.radius + disc.feather) * 1.00001F;
+    const float half_squared = reach * reach - dy_squared;
+    if (half_squared < 0.0F) return {0, 0};
+    const float half = std::sqrt(half_squared) + 0.0625F;
     Span span = {box.left, box.right};
-    const float reach = (disc.radius + disc.feather) * 1.0001F + 1.0F;
-    const float half = std::sqrt(std::max(reach * reach - dy_squared, 0.0F)) + 2.0F;
     if (disc.cx - half > static_cast<float>(span.begin)) span.begin = tavik::truncate(disc.cx - half);
-    if (disc.cx + half < static_cast<float>(span.end)) span.end = tavik::truncate(disc.cx + half);
+    if (disc.cx + half < static_cast<float>(span.end)) span.end = tavik::truncate(disc.cx + half) + 1;
     return span;
 }
 
 template <class Rule, class Sample>
 void paint(const Rule &rule, const Disc &disc, const Box &box, const Canvas<Sample> &canvas) {
-    // Chords do not pay in narrow boxes, and a negative feather has its rim inside the radius.
-    const bool by_chords = Rule::confined && box.right - box.left > 32 && disc.feather >= 0.0F && disc.radius >= 0.0F;
+    // A chord does not pay in a box of one vector, and pixels further right are too coarse for the spare. A negative
+    // feather has its rim inside the radius.
+    const bool by_chords = Rule::confined && box.right - box.left > lanes && box.right < 1 << 18 &&
+                           disc.feather >= 0.0F && disc.radius >= 0.0F;
     for (int32_t y = box.top; y < box.bottom; ++y) {
         const float dy = static_cast<float>(y) - disc.cy;
         const float dy_squared = dy * dy;

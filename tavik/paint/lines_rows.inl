@@ -1,50 +1,48 @@
-#if TAVIK_LEVEL >= TAVIK_SSE2
-using FourFloats = float __attribute__((vector_size(16)));
-#endif
-
 // What a sample leaves of old samples and gives of its colour, along x and along y.
-template <class Float> struct Shares {
-    Float kept_x;
-    Float given_x;
-    Float kept_y;
-    Float given_y;
+struct Shares {
+    float kept_x;
+    float given_x;
+    float kept_y;
+    float given_y;
 
-    Float mix(Float old, float colour) const { return (old * kept_x + given_x * colour) * given_y + old * kept_y; }
+    template <class Float> Float mix(Float old, Float colour) const {
+        return (old * kept_x + given_x * colour) * given_y + old * kept_y;
+    }
 };
 
+// One pixel at a time, so that it waits for none but the sample before that painted the same pixel.
+inline void mix_pixel(const LineCanvas &canvas, size_t index, const Shares &shares,
+                      const std::array<float, 3> &colour) {
+    uint8_t &r = canvas.planes[0][index];
+    uint8_t &g = canvas.planes[1][index];
+    uint8_t &b = canvas.planes[2][index];
+#if TAVIK_LEVEL >= TAVIK_SSE2
+    const __m128 old = _mm_cvtepi32_ps(_mm_setr_epi32(r, g, b, 0));
+    const __m128i mixed = _mm_cvttps_epi32(shares.mix(old, _mm_setr_ps(colour[0], colour[1], colour[2], 0.0F)));
+    const __m128i words = _mm_packs_epi32(_mm_and_si128(mixed, _mm_set1_epi32(0xFF)), __m128i{});
+    const int32_t three = _mm_cvtsi128_si32(_mm_packus_epi16(words, words));
+    r = low_byte(three);
+    g = low_byte(three >> 8);
+    b = low_byte(three >> 16);
+#else
+    const auto mixed = [&](uint8_t old, float component) {
+        return low_byte(tavik::truncate(shares.mix(static_cast<float>(old), component)));
+    };
+    r = mixed(r, colour[0]);
+    g = mixed(g, colour[1]);
+    b = mixed(b, colour[2]);
+#endif
+}
+
 // Spreads a sample over the four pixels from this index on. fx and fy are its distances from the first of them.
-inline void spread(size_t index, float fx, float fy, const Line &line, const LineCanvas &canvas) {
+inline void spread(const Line &line, const LineCanvas &canvas, size_t index, float fx, float fy) {
     const float gx = 1.0F - fx;
     const float gy = 1.0F - fy;
-    const auto stride = static_cast<size_t>(canvas.width);
-#if TAVIK_LEVEL >= TAVIK_SSE2
-    const Shares<FourFloats> shares = {{fx, gx, fx, gx}, {gx, fx, gx, fx}, {fy, fy, gy, gy}, {gy, gy, fy, fy}};
-    for (size_t channel = 0; channel < 3; ++channel) {
-        uint8_t *upper = canvas.planes[channel] + index;
-        uint8_t *lower = upper + stride;
-        const auto old = _mm_cvtepi32_ps(_mm_setr_epi32(upper[0], upper[1], lower[0], lower[1]));
-        const auto mixed = _mm_cvttps_epi32(shares.mix(old, line.colour[channel]));
-        const __m128i words = _mm_packs_epi32(_mm_and_si128(mixed, _mm_set1_epi32(0xFF)), __m128i{});
-        const int32_t four = _mm_cvtsi128_si32(_mm_packus_epi16(words, words));
-        // Byte by byte, so that the next sample's loads need not wait for these stores to reach the cache.
-        upper[0] = low_byte(four);
-        upper[1] = low_byte(four >> 8);
-        lower[0] = low_byte(four >> 16);
-        lower[1] = low_byte(four >> 24);
-    }
-#else
-    for (size_t channel = 0; channel < 3; ++channel) {
-        uint8_t *upper = canvas.planes[channel] + index;
-        uint8_t *lower = upper + stride;
-        const auto mix = [&](uint8_t &sample, const Shares<float> &shares) {
-            sample = low_byte(tavik::truncate(shares.mix(static_cast<float>(sample), line.colour[channel])));
-        };
-        mix(upper[0], {fx, gx, fy, gy});
-        mix(upper[1], {gx, fx, fy, gy});
-        mix(lower[0], {fx, gx, gy, fy});
-        mix(lower[1], {gx, fx, gy, fy});
-    }
-#endif
+    const auto below = index + static_cast<size_t>(canvas.width);
+    mix_pixel(canvas, index, {fx, gx, fy, gy}, line.colour);
+    mix_pixel(canvas, index + 1, {gx, fx, fy, gy}, line.colour);
+    mix_pixel(canvas, below, {fx, gx, gy, fy}, line.colour);
+    mix_pixel(canvas, below + 1, {gx, fx, gy, fy}, line.colour);
 }
 
 void draw(const Line &line, const LineCanvas &canvas) {
@@ -56,7 +54,7 @@ void draw(const Line &line, const LineCanvas &canvas) {
         if (column >= 0 && row >= 0 && column < canvas.width - 1 && row < canvas.height - 1) {
             const size_t index =
                 static_cast<size_t>(row) * static_cast<size_t>(canvas.width) + static_cast<size_t>(column);
-            spread(index, x - static_cast<float>(column), y - static_cast<float>(row), line, canvas);
+            spread(line, canvas, index, x - static_cast<float>(column), y - static_cast<float>(row));
         } else if (line.has_left(x, y, canvas)) {
             return;
         }
