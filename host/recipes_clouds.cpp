@@ -31,10 +31,10 @@ std::vector<float> cloud_banks() {
         return sum / 3.0F;
     };
     std::vector<Particle> puffs;
-    for (int32_t bank = 0; bank < 26; ++bank) {
+    for (int32_t bank = 0; bank < 44; ++bank) {
         const float x = spread() * 900.0F;
-        const float depth = 130.0F + 55.0F * static_cast<float>(bank);
-        const float z = 60.0F + spread() * 160.0F;
+        const float depth = 130.0F + 34.0F * static_cast<float>(bank);
+        const float z = 30.0F + spread() * 230.0F;
         const float width = 110.0F + 60.0F * spread();
         for (int32_t i = 0; i < 70; ++i) {
             const float across = spread();
@@ -126,7 +126,7 @@ Family clouds_family() {
                  {"xRenderCloud"},
                  cloud_flight},
                 {"cloud_flight_float",
-                 "Flight through clouds that fade",
+                 "Flight, fading",
                  "The same flight in float planes, where puffs fade out before the camera reaches them.",
                  {"char_to_float", "xRenderCloud_float", "float_to_char_clamp"},
                  cloud_flight_float},

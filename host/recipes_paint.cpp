@@ -99,7 +99,7 @@ void glasses(Run &run) {
     }
 }
 
-void fog(Run &run) {
+void mist(Run &run) {
     const auto size = static_cast<float>(run.photo.height);
     for (int32_t layer = 0; layer < 4; ++layer)
         along_wave(run.photo, 0.25F + 0.25F * static_cast<float>(layer), 7, [&](Point point, float way) {
@@ -208,7 +208,7 @@ Point beside(Point centre, Point direction, float distance) {
 void line_fan(Run &run) {
     Image &picture = run.draw_on(640, 640, {18, 20, 28});
     const Point centre = {319.5F, 319.5F};
-    constexpr int32_t lines = 180;
+    constexpr int32_t lines = 144;
     for (int32_t i = 0; i < lines; ++i) {
         const double turns = static_cast<double>(i) / lines;
         const Point direction = on_circle(turns);
@@ -250,7 +250,7 @@ Family paint_family() {
                  "Cyan, magenta and yellow discs that multiply what is below.",
                  {"FeatheredCircle_Multiply"},
                  glasses},
-                {"fog", "Fog", "Large dabs that are almost all feather.", {"FeatheredCircle_ppl"}, fog},
+                {"mist", "Mist", "Large dabs that are almost all feather.", {"FeatheredCircle_ppl"}, mist},
                 {"airbrush",
                  "Airbrush",
                  "The same faint strokes into float planes, above, and into bytes, below, where most dabs change a "
@@ -263,7 +263,7 @@ Family paint_family() {
                  "plane.",
                  {"FeatheredCircle_ppl_float_zbuffer", "float_to_char_clamp"},
                  ribbon},
-                {"line_fan", "A fan of lines", "180 lines at all angles.", {"xAAFloatLine"}, line_fan},
+                {"line_fan", "A fan of lines", "144 lines at all angles.", {"xAAFloatLine"}, line_fan},
                 {"string_art",
                  "String art",
                  "From each of 300 nails on a circle to the one of three times its number.",
