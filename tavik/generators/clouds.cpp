@@ -51,7 +51,8 @@ struct View {
         const float depth = (particle.y - camera.y) * camera.zoom * 0.0005F;
         const float inverse = depth == 0.0F ? 0.0F : 1.0F / depth;
         const auto on_screen = [&](float offset, int32_t bound) {
-            return static_cast<float>(truncate(inverse * offset + static_cast<float>(bound / 2)));
+            const int32_t middle = bound / 2;
+            return static_cast<float>(truncate(inverse * offset + static_cast<float>(middle)));
         };
         const float half = particle.size * inverse * 0.5F;
         if (!(half > 0.0F && half < 1000.0F)) return std::nullopt;

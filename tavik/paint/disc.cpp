@@ -26,8 +26,6 @@ Box box_of(const Disc &disc, int32_t x_max, int32_t y_max, RowBelow row_below) {
             .bottom = std::min(bottom, y_max)};
 }
 
-int32_t disc_row_grain(const Box &box) { return row_grain(box.right - box.left); }
-
 } // namespace tavik
 
 using namespace tavik;
@@ -49,21 +47,20 @@ Disc dab(float cx, float cy, float diameter, float feather, float red, float gre
             .opacity = clamp_nan_high(opacity, 0.0F, 1.0F)};
 }
 
-// Calls paint_box(box) for the box of a disc.
-template <class PaintBox>
-int32_t paint_serially(const Disc &disc, int32_t x_max, int32_t y_max, const PaintBox &paint_box) {
-    const Box box = box_of(disc, x_max, y_max, RowBelow::included);
-    if (!box.empty()) paint_box(box);
+template <class Sample>
+int32_t paint_serially(PaintDisc<Sample> &paint, const Disc &disc, int32_t y_max, const Canvas<Sample> &canvas) {
+    const Box box = box_of(disc, canvas.x_max, y_max, RowBelow::included);
+    if (!box.empty()) paint(disc, box, canvas);
     return 0;
 }
 
-// Calls paint_box(band) for bands of rows of a disc's box.
-template <class PaintBox>
-int32_t paint_by_rows(const Disc &disc, int32_t x_max, int32_t y_max, const PaintBox &paint_box) {
-    const Box box = box_of(disc, x_max, y_max, RowBelow::excluded);
+// Calls paint(disc, band, canvas) for bands of rows of the disc's box.
+template <class Paint, class Sample>
+int32_t paint_by_rows(const Paint &paint, const Disc &disc, int32_t y_max, const Canvas<Sample> &canvas) {
+    const Box box = box_of(disc, canvas.x_max, y_max, RowBelow::excluded);
     if (box.empty()) return 0;
-    parallel_for(box.top, box.bottom, disc_row_grain(box), [&](int32_t top, int32_t bottom) {
-        paint_box(Box{box.left, box.right, top, bottom});
+    parallel_for(box.top, box.bottom, row_grain(box.right - box.left), [&](int32_t top, int32_t bottom) {
+        paint(disc, Box{box.left, box.right, top, bottom}, canvas);
     });
     return 0;
 }
@@ -73,55 +70,46 @@ int32_t paint_by_rows(const Disc &disc, int32_t x_max, int32_t y_max, const Pain
 TAVIK_EXPORT(int32_t)
 FeatheredCircle(float cx, float cy, float diameter, float feather, float red, float green, float blue, float opacity,
                 int32_t x_max, int32_t y_max, uint8_t *plane_r, uint8_t *plane_g, uint8_t *plane_b) {
-    const Disc disc = dab(cx, cy, diameter, feather, red, green, blue, opacity);
-    return paint_serially(disc, x_max, y_max, [&](const Box &box) {
-        replace_bytes.active()(disc, box, {x_max, {plane_r, plane_g, plane_b}});
-    });
+    return paint_serially(replace_bytes.active(), dab(cx, cy, diameter, feather, red, green, blue, opacity), y_max,
+                          Canvas<uint8_t>{x_max, {plane_r, plane_g, plane_b}});
 }
 
 TAVIK_EXPORT(int32_t)
 FeatheredCircle_Add(float cx, float cy, float diameter, float feather, float red, float green, float blue,
                     float opacity, int32_t x_max, int32_t y_max, uint8_t *plane_r, uint8_t *plane_g, uint8_t *plane_b) {
-    const Disc disc = dab(cx, cy, diameter, feather, red, green, blue, opacity);
-    return paint_serially(disc, x_max, y_max, [&](const Box &box) {
-        add.active()(disc, box, {x_max, {plane_r, plane_g, plane_b}});
-    });
+    return paint_serially(add.active(), dab(cx, cy, diameter, feather, red, green, blue, opacity), y_max,
+                          Canvas<uint8_t>{x_max, {plane_r, plane_g, plane_b}});
 }
 
 TAVIK_EXPORT(int32_t)
 FeatheredCircle_Multiply(float cx, float cy, float diameter, float feather, float red, float green, float blue,
                          float opacity, int32_t x_max, int32_t y_max, uint8_t *plane_r, uint8_t *plane_g,
                          uint8_t *plane_b) {
-    const Disc disc = dab(cx, cy, diameter, feather, red, green, blue, opacity);
-    return paint_serially(disc, x_max, y_max, [&](const Box &box) {
-        multiply.active()(disc, box, {x_max, {plane_r, plane_g, plane_b}});
-    });
+    return paint_serially(multiply.active(), dab(cx, cy, diameter, feather, red, green, blue, opacity), y_max,
+                          Canvas<uint8_t>{x_max, {plane_r, plane_g, plane_b}});
 }
 
 TAVIK_EXPORT(int32_t)
 FeatheredCircle_ppl(float cx, float cy, float diameter, float feather, float red, float green, float blue,
                     float opacity, int32_t x_max, int32_t y_max, uint8_t *plane_r, uint8_t *plane_g, uint8_t *plane_b) {
-    const Disc disc = dab(cx, cy, diameter, feather, red, green, blue, opacity);
-    return paint_by_rows(disc, x_max, y_max, [&](const Box &box) {
-        replace_bytes.active()(disc, box, {x_max, {plane_r, plane_g, plane_b}});
-    });
+    return paint_by_rows(replace_bytes.active(), dab(cx, cy, diameter, feather, red, green, blue, opacity), y_max,
+                         Canvas<uint8_t>{x_max, {plane_r, plane_g, plane_b}});
 }
 
 TAVIK_EXPORT(int32_t)
 FeatheredCircle_ppl_float(float cx, float cy, float diameter, float feather, float red, float green, float blue,
                           float opacity, int32_t x_max, int32_t y_max, float *plane_r, float *plane_g, float *plane_b) {
-    const Disc disc = dab(cx, cy, diameter, feather, red, green, blue, opacity);
-    return paint_by_rows(disc, x_max, y_max, [&](const Box &box) {
-        replace_floats.active()(disc, box, {x_max, {plane_r, plane_g, plane_b}});
-    });
+    return paint_by_rows(replace_floats.active(), dab(cx, cy, diameter, feather, red, green, blue, opacity), y_max,
+                         Canvas<float>{x_max, {plane_r, plane_g, plane_b}});
 }
 
 TAVIK_EXPORT(int32_t)
 FeatheredCircle_ppl_float_zbuffer(float cx, float cy, float diameter, float feather, float red, float green, float blue,
                                   float opacity, int32_t x_max, int32_t y_max, float *plane_r, float *plane_g,
                                   float *plane_b, float dab_depth, const float *depth_plane) {
-    const Disc disc = dab(cx, cy, diameter, feather, red, green, blue, opacity);
-    return paint_by_rows(disc, x_max, y_max, [&](const Box &box) {
-        replace_in_front.active()(disc, box, {x_max, {plane_r, plane_g, plane_b}}, dab_depth, depth_plane);
-    });
+    const auto paint = [&](const Disc &disc, const Box &box, const Canvas<float> &canvas) {
+        replace_in_front.active()(disc, box, canvas, dab_depth, depth_plane);
+    };
+    return paint_by_rows(paint, dab(cx, cy, diameter, feather, red, green, blue, opacity), y_max,
+                         Canvas<float>{x_max, {plane_r, plane_g, plane_b}});
 }

@@ -35,9 +35,6 @@ enum class RowBelow { excluded, included };
 // the row just below their rim.
 Box box_of(const Disc &disc, int32_t x_max, int32_t y_max, RowBelow row_below);
 
-// The rows of a box that are worth handing to another thread.
-int32_t disc_row_grain(const Box &box);
-
 template <class Sample> struct Canvas {
     int32_t x_max;
     std::array<Sample *, 3> planes;
