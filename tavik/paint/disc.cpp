@@ -3,8 +3,8 @@
 #include <cmath>
 #include <type_traits>
 
+#include "tavik/frame/arithmetic.h"
 #include "tavik/frame/parallel_for.h"
-#include "tavik/paint/fast_root.h"
 #include "tavik/paint/paint.h"
 
 #define TAVIK_ROWS "tavik/paint/disc_rows.inl"

@@ -1,7 +1,6 @@
 #include <array>
 
 #include "tavik/frame/arithmetic.h"
-#include "tavik/paint/fast_root.h"
 #include "tavik/paint/paint.h"
 
 namespace {
