@@ -1,6 +1,6 @@
 #include "tavik/lighting/lighting.h"
 
-#include <vector>
+#include <algorithm>
 
 #include "bench/support/cases.h"
 
@@ -68,6 +68,25 @@ const Case cases[] = {
     {"xDoRaytraceShadow, 32 steps",
      {.bytes = 5, .parallel = true},
      [](const Picture &p) { xDoRaytraceShadow(p.width, p.height, p.floats, 220, 0.8F, 32, 0.3F, p.to_r); }},
+    {"xFindMinMax_f",
+     {.bytes = 4, .parallel = true},
+     [](const Picture &p) { xFindMinMax_f(p.width, p.height, p.floats, p.to_floats, p.to_floats + 1); }},
+    {"xDifferenceKernel",
+     {.bytes = 8, .parallel = true},
+     [](const Picture &p) { xDifferenceKernel(p.width, p.height, 3, 1, p.floats, p.to_floats); }},
+    {"xApplySlope",
+     {.bytes = 12, .parallel = true},
+     [](const Picture &p) { xApplySlope(p.width, p.height, 3, p.floats, p.floats, p.to_floats); }},
+    {"erosionsubtracter",
+     {.bytes = 9, .parallel = true},
+     [](const Picture &p) { erosionsubtracter(p.width, p.height, 2, p.floats, p.to_floats, p.to_r); }},
+    {"xDoErode, a droplet for 16 pixels",
+     {.bytes = 8, .parallel = true, .note = "each step of a droplet follows from the one before"},
+     [](const Picture &p) {
+         const float settings[] = {0.05F, 2, 0.01F, 0.1F, 0.1F, 0.02F, 4, 3};
+         std::copy_n(p.floats, p.count(), p.to_floats);
+         xDoErode(p.width, p.height, p.to_floats, 64, 256, 30, 1, 1, settings);
+     }},
 };
 
 const Family lighting("lighting", cases);

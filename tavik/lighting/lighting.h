@@ -166,4 +166,51 @@ TAVIK_EXPORT(void)
 xDoRaytraceShadow(int32_t width, int32_t height, const float *heights, float degrees, float rise, int32_t steps,
                   float softness, uint8_t *dst);
 
+/* Erosion of float height planes. */
+
+/* Writes the lowest and the highest number of a plane; NaN is passed over. A zero is +0; a plane of NaN alone gives +∞
+ * and −∞, an empty one writes nothing. */
+TAVIK_EXPORT(void)
+xFindMinMax_f(int32_t width, int32_t height, const float *plane, float *lowest, float *highest);
+
+/* One step of thermal weathering (Musgrave, Kolb, Mace 1989) in two passes, xDifferenceKernel and then xApplySlope with
+ * the same talus: what stands steeper than the talus slides to the lower neighbours. The sum of the heights is kept up
+ * to rounding, and slopes settle towards the talus. talus    the steepest stable difference of neighbours, √2 times as
+ * much on diagonals; below 0 gives odd planes rate     0 .. 1, how much moves in a step With excess(a, b) = (a − b) −
+ * talus where positive, flow is the share of each excess that will move: half the rate of the largest excess over the
+ * sum of all eight, 0 where none is. Neighbours outside the plane are left out. */
+TAVIK_EXPORT(void)
+xDifferenceKernel(int32_t width, int32_t height, float talus, float rate, const float *heights, float *flow);
+
+/* The second pass: dst = (height − flow × Σ excess(own, neighbour)) + Σ flow of the neighbour × excess(neighbour, own).
+ * dst is another plane than heights; the host swaps them. */
+TAVIK_EXPORT(void)
+xApplySlope(int32_t width, int32_t height, float talus, const float *heights, const float *flow, float *dst);
+
+/* Erodes a block of a plane, in place, by droplets of rain that run down the slopes, take material where they are fast
+ * and leave it where they are slow (Beyer 2015; serial).
+ *   x0 .. y1      the block, columns x0 .. x1 − 1 and rows y0 .. y1 − 1, where droplets start
+ *   margin        how far around the block they may go; nothing outside that window, or the plane, is touched
+ *   droplets      how many;  life   how many steps of a pixel each takes at most;  seed   of their places
+ *   settings      8 floats: inertia, capacity, least drop, erosion, deposition, evaporation, gravity, brush radius
+ *                 (1 .. 8). A good start: 0.05, 2, 0.01, 0.1, 0.1, 0.02, 4, 3 */
+TAVIK_EXPORT(void)
+xErodeBlock(int32_t width, int32_t height, float *heights, int32_t x0, int32_t y0, int32_t x1, int32_t y1,
+            int32_t margin, int32_t droplets, int32_t life, int32_t seed, const float *settings);
+
+/* Erodes a plane in place by rain: in each pass it is covered by blocks, moved by half a block in every other pass,
+ * that are eroded in four phases of blocks whose windows do not meet (parallel by the blocks of a phase). The result
+ * does not depend on the threads. block_size   1 or more; small against the plane for many threads, large against the
+ * droplets' life for long valleys: 160 suits a life of 70 droplets     of a whole block; those cut off by the edges get
+ * their share life         held to block_size / 2 − radius − 2, so that no droplet leaves its window inside the plane
+ */
+TAVIK_EXPORT(void)
+xDoErode(int32_t width, int32_t height, float *heights, int32_t block_size, int32_t droplets, int32_t life,
+         int32_t passes, int32_t seed, const float *settings);
+
+/* Writes what was worn away, (before − after) × gain, as 0 .. 255: a mask for colouring rock, or sediment with a
+ * negative gain. */
+TAVIK_EXPORT(void)
+erosionsubtracter(int32_t width, int32_t height, float gain, const float *before, const float *after, uint8_t *dst);
+
 #endif

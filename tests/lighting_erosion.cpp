@@ -1,0 +1,219 @@
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <numeric>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "tavik/lighting/lighting.h"
+#include "tests/support/bulk.h"
+
+using namespace tavik_test;
+
+namespace {
+
+using Floats = std::vector<float>;
+constexpr float infinity = std::numeric_limits<float>::infinity();
+constexpr float nan = std::numeric_limits<float>::quiet_NaN();
+
+TEST(Erosion, ExtremesPassOverNan) {
+    struct Case {
+        Floats plane;
+        float lowest, highest;
+    };
+    for (const Case &c : {Case{{3, -1, nan, 2}, -1, 3},
+                          {{-0.0F, 0.0F}, 0, 0},
+                          {{-0.0F, -0.0F, -0.0F}, 0, 0},
+                          {{nan, nan}, infinity, -infinity},
+                          {{nan, -infinity}, -infinity, -infinity}}) {
+        float lowest = 9;
+        float highest = 9;
+        xFindMinMax_f(static_cast<int32_t>(c.plane.size()), 1, c.plane.data(), &lowest, &highest);
+        EXPECT_EQ(lowest, c.lowest);
+        EXPECT_EQ(highest, c.highest);
+        EXPECT_EQ(std::signbit(lowest), c.lowest < 0);
+        EXPECT_EQ(std::signbit(highest), c.highest < 0);
+    }
+    float untouched = 9;
+    xFindMinMax_f(0, 4, nullptr, &untouched, &untouched);
+    EXPECT_EQ(untouched, 9);
+    // In every place of a plane that is split between threads and lanes.
+    Floats plane(501 * 403, 1);
+    for (std::size_t at = 0; at < plane.size(); at += 997) {
+        plane[at] = -5;
+        plane[plane.size() - 1 - at / 2] = 7;
+        float lowest;
+        float highest;
+        xFindMinMax_f(501, 403, plane.data(), &lowest, &highest);
+        EXPECT_EQ(lowest, -5);
+        EXPECT_EQ(highest, 7);
+        plane[at] = plane[plane.size() - 1 - at / 2] = 1;
+    }
+}
+
+double sum_of(const Floats &plane) { return std::accumulate(plane.begin(), plane.end(), 0.0); }
+
+TEST(Erosion, WeatheringSpreadsASpike) {
+    Floats heights(9, 0);
+    heights[4] = 8;
+    Floats flow(9, 9);
+    Floats dst(9, 9);
+    xDifferenceKernel(3, 3, 1, 1, heights.data(), flow.data());
+    xApplySlope(3, 3, 1, heights.data(), flow.data(), dst.data());
+    EXPECT_EQ(flow, (Floats{0, 0, 0, 0, 0.0644055456F, 0, 0, 0, 0}));
+    EXPECT_EQ(dst, (Floats{0.424161166F, 0.450838804F, 0.424161166F, 0.450838804F, 4.5F, 0.450838804F, 0.424161166F,
+                           0.450838804F, 0.424161166F}));
+    xDifferenceKernel(3, 3, 9, 1, heights.data(), flow.data());
+    xApplySlope(3, 3, 9, heights.data(), flow.data(), dst.data());
+    EXPECT_EQ(dst, heights);
+}
+
+// Smooth hills.
+Floats hills(int32_t width, int32_t height) {
+    Floats plane;
+    for (int32_t y = 0; y < height; ++y)
+        for (int32_t x = 0; x < width; ++x)
+            plane.push_back(static_cast<float>((x * 13 % 64 < 32 ? x * 13 % 64 : 64 - x * 13 % 64) +
+                                               (y * 7 % 48 < 24 ? y * 7 % 48 : 48 - y * 7 % 48)) /
+                            2);
+    return plane;
+}
+
+TEST(Erosion, WeatheringKeepsTheSumAndLevelsSlopes) {
+    Floats heights = hills(60, 50);
+    const double before = sum_of(heights);
+    Floats flow(heights.size());
+    Floats dst(heights.size());
+    for (int i = 0; i < 40; ++i) {
+        xDifferenceKernel(60, 50, 0.5F, 1, heights.data(), flow.data());
+        xApplySlope(60, 50, 0.5F, heights.data(), flow.data(), dst.data());
+        heights.swap(dst);
+    }
+    EXPECT_NEAR(sum_of(heights), before, before * 1e-5);
+    float steepest = 0;
+    for (std::size_t i = 1; i < heights.size(); ++i)
+        if (i % 60 != 0) steepest = std::max(steepest, std::abs(heights[i] - heights[i - 1]));
+    EXPECT_LT(steepest, 3); // 6.5 before
+}
+
+constexpr std::array<float, 8> good_start = {0.05F, 2, 0.01F, 0.1F, 0.1F, 0.02F, 4, 3};
+
+// The hash that seeds blocks.
+uint32_t hash(uint32_t n) {
+    n += 0x9E3779B9U;
+    n ^= n >> 16;
+    n *= 0x7FEB352DU;
+    n ^= n >> 15;
+    n *= 0x846CA68BU;
+    return n ^ n >> 16;
+}
+
+TEST(Erosion, RainOnFlatGroundChangesNothing) {
+    Floats flat(64 * 64, 5);
+    xDoErode(64, 64, flat.data(), 32, 200, 20, 2, 1, good_start.data());
+    EXPECT_EQ(flat, Floats(64 * 64, 5));
+}
+
+TEST(Erosion, OneBlockOfRainIsErodeBlock) {
+    Floats whole = hills(64, 64);
+    Floats block = whole;
+    xDoErode(64, 64, whole.data(), 64, 500, 27, 1, 9, good_start.data());
+    xErodeBlock(64, 64, block.data(), 0, 0, 64, 64, 32, 500, 27, static_cast<int32_t>(hash(hash(hash(hash(9))))),
+                good_start.data());
+    EXPECT_EQ(whole, block);
+    EXPECT_NE(whole, hills(64, 64));
+}
+
+TEST(Erosion, RainStaysInItsWindowAndKeepsTheSum) {
+    const Floats before = hills(128, 120);
+    Floats after = before;
+    xErodeBlock(128, 120, after.data(), 50, 40, 80, 70, 14, 2000, 60, 3, good_start.data());
+    for (int32_t y = 0; y < 120; ++y) {
+        for (int32_t x = 0; x < 128; ++x) {
+            const auto at = static_cast<std::size_t>(y * 128 + x);
+            const bool in_window = x >= 36 && x < 94 && y >= 26 && y < 84;
+            ASSERT_TRUE(in_window || after[at] == before[at]) << x << ' ' << y;
+        }
+    }
+    EXPECT_NE(after, before);
+    EXPECT_NEAR(sum_of(after), sum_of(before), 0.01);
+}
+
+// The phases' blocks one after another, in another order than the threads', make the same plane.
+TEST(Erosion, BlocksOfAPhaseDoNotMeet) {
+    constexpr int32_t width = 150;
+    constexpr int32_t height = 130;
+    constexpr int32_t size = 31;
+    Floats together = hills(width, height);
+    Floats apart = together;
+    xDoErode(width, height, together.data(), size, 300, 70, 2, 4, good_start.data());
+    for (uint32_t pass = 0; pass < 2; ++pass) {
+        const int32_t shift = pass == 1 ? size / 2 : 0;
+        for (int32_t phase = 0; phase < 4; ++phase) {
+            for (int32_t row = 9; row >= 0; --row) {
+                for (int32_t column = 9; column >= 0; --column) {
+                    if (column % 2 != phase % 2 || row % 2 != phase / 2) continue;
+                    const int32_t x = column * size - shift;
+                    const int32_t y = row * size - shift;
+                    if (x >= width || y >= height) continue;
+                    const int32_t inside =
+                        (std::min(x + size, width) - std::max(x, 0)) * (std::min(y + size, height) - std::max(y, 0));
+                    const uint32_t seed =
+                        hash(static_cast<uint32_t>(column) + hash(static_cast<uint32_t>(row) + hash(pass + hash(4))));
+                    xErodeBlock(width, height, apart.data(), x, y, x + size, y + size, size / 2,
+                                300 * inside / (size * size), size / 2 - 5, static_cast<int32_t>(seed),
+                                good_start.data());
+                }
+            }
+        }
+    }
+    EXPECT_EQ(together, apart);
+}
+
+TEST(Erosion, WhatWasWornAway) {
+    const Floats before(3, 10);
+    const Floats after = {8, 12, -200};
+    std::vector<uint8_t> dst(3);
+    erosionsubtracter(3, 1, 2, before.data(), after.data(), dst.data());
+    EXPECT_EQ(dst, (std::vector<uint8_t>{4, 0, 255}));
+}
+
+const BulkCase cases[] = {
+    {"xFindMinMax_f",
+     [](Workspace &w) {
+         const float *plane = w.floats(w.count(), -9, 9);
+         xFindMinMax_f(w.width, w.height, plane, w.result<float>(1), w.result<float>(1));
+     }},
+    {"xDifferenceKernel",
+     [](Workspace &w) {
+         const float *heights = w.floats(w.count(), 0, 9);
+         xDifferenceKernel(w.width, w.height, w.real(-1, 2), 0.8F, heights, w.result<float>(w.count()));
+     }},
+    {"xApplySlope",
+     [](Workspace &w) {
+         const float *heights = w.floats(w.count(), 0, 9);
+         const float *flow = w.floats(w.count(), 0, 0.2F);
+         xApplySlope(w.width, w.height, w.real(-1, 2), heights, flow, w.result<float>(w.count()));
+     }},
+    {"erosionsubtracter",
+     [](Workspace &w) {
+         const float *before = w.floats(w.count(), 0, 99);
+         const float *after = w.floats(w.count(), 0, 99);
+         erosionsubtracter(w.width, w.height, w.real(-5, 5), before, after, w.result(w.count()));
+     }},
+    {"xDoErode",
+     [](Workspace &w) {
+         float *heights = w.floats(w.count(), 0, 9);
+         if (w.count() > 8) heights[7] = nan;
+         float *settings = w.floats(8, -1, 3);
+         settings[7] = w.real(-1, 12);
+         xDoErode(w.width, w.height, heights, w.integer(1, 40), 300, 40, 2, 5, settings);
+     }},
+};
+
+INSTANTIATE_TEST_SUITE_P(Erosion, BulkExport, testing::ValuesIn(cases), bulk_name);
+
+} // namespace
