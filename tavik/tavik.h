@@ -11,6 +11,7 @@
 #include "tavik/lighting/lighting.h"
 #include "tavik/memops/memops.h"
 #include "tavik/raster/raster.h"
+#include "tavik/resample/resample.h"
 #include "tavik/scalar/scalar.h"
 #include "tavik/tone/tone.h"
 

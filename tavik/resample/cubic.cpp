@@ -1,0 +1,163 @@
+#include <cstring>
+
+#include "tavik/frame/parallel_for.h"
+#include "tavik/resample/interpolation.h"
+#include "tavik/resample/positions.h"
+#include "tavik/resample/resample.h"
+
+namespace {
+
+// Four samples beside or above each other, the first in the low byte.
+using Quad = uint32_t;
+
+using FourRows = std::array<const uint8_t *, 4>;
+
+} // namespace
+
+#define TAVIK_ROWS "tavik/resample/cubic_rows.inl"
+#include "tavik/frame/each_level.inl"
+
+using namespace tavik;
+
+namespace {
+
+constexpr PerLevel<void(const Quad *quads, const float *fractions, uint8_t *dst, std::size_t count)> cubic_of_quads =
+    TAVIK_EVERY_LEVEL(cubic_of_quads);
+constexpr PerLevel<void(const FourRows &rows, float fraction, uint8_t *dst, std::size_t count)> cubic_of_rows =
+    TAVIK_EVERY_LEVEL(cubic_of_rows);
+constexpr PerLevel<void(const FourRows &rows, float fraction, float *values, std::size_t count)> bicubic_columns =
+    TAVIK_EVERY_LEVEL(bicubic_columns);
+constexpr PerLevel<void(const float *values, const std::array<const int32_t *, 4> &columns, const float *fractions,
+                        uint8_t *dst, std::size_t count)>
+    bicubic_row = TAVIK_EVERY_LEVEL(bicubic_row);
+
+// The samples around each position of a row. Only those beside the first are clamped.
+void collect_quads(const uint8_t *row, int32_t last, const Positions &positions, Quad *quads) {
+    for (std::size_t x = 0; x < positions.count; ++x) {
+        const int32_t i = positions.whole[x];
+        if (i >= 1 && i <= last - 2) {
+            std::memcpy(&quads[x], row + i - 1, sizeof(Quad));
+            continue;
+        }
+        const auto at = [&](int32_t offset) { return Quad{row[std::clamp(wrap_add(i, offset), 0, last)]}; };
+        quads[x] = at(-1) | Quad{row[i]} << 8 | at(1) << 16 | at(2) << 24;
+    }
+}
+
+// Where a block of destination columns lies in the source: four source columns for each. They are numbers within a run
+// of source columns where that is short, else in the list of the columns themselves.
+class BicubicColumns {
+  public:
+    BicubicColumns(int32_t first, int32_t end, float scale, int32_t last)
+        : positions(first, end, scale), first_column(last) {
+        int32_t last_column = 0;
+        for (std::size_t tap = 0; tap < columns.size(); ++tap) {
+            for (std::size_t x = 0; x < positions.count; ++x) {
+                const int32_t offset = static_cast<int32_t>(tap) - 1;
+                const int32_t column = std::max(std::min(wrap_add(positions.whole[x], offset), last), 0);
+                columns[tap][x] = column;
+                first_column = std::min(first_column, column);
+                last_column = std::max(last_column, column);
+            }
+        }
+        is_run = last_column - first_column < most_columns;
+        column_count = is_run ? last_column - first_column + 1 : static_cast<int32_t>(4 * positions.count);
+        for (std::size_t tap = 0; tap < columns.size(); ++tap) {
+            for (std::size_t x = 0; x < positions.count; ++x) {
+                listed[tap * positions.count + x] = columns[tap][x];
+                columns[tap][x] =
+                    is_run ? columns[tap][x] - first_column : static_cast<int32_t>(tap * positions.count + x);
+            }
+        }
+    }
+
+    void resize_row(const FourRows &rows, float fraction, uint8_t *dst) const {
+        std::array<float, most_columns> values;
+        const auto count = static_cast<std::size_t>(column_count);
+        if (is_run) {
+            const auto from = [&](const uint8_t *row) { return row + first_column; };
+            bicubic_columns.active()({from(rows[0]), from(rows[1]), from(rows[2]), from(rows[3])}, fraction,
+                                     values.data(), count);
+        } else {
+            std::array<std::array<uint8_t, most_columns>, 4> picked;
+            for (std::size_t row = 0; row < rows.size(); ++row)
+                for (std::size_t i = 0; i < count; ++i) picked[row][i] = rows[row][listed[i]];
+            bicubic_columns.active()({picked[0].data(), picked[1].data(), picked[2].data(), picked[3].data()}, fraction,
+                                     values.data(), count);
+        }
+        bicubic_row.active()(values.data(),
+                             {columns[0].data(), columns[1].data(), columns[2].data(), columns[3].data()},
+                             positions.fraction.data(), dst, positions.count);
+    }
+
+  private:
+    static constexpr int32_t most_columns = 4 * block_columns;
+
+    Positions positions;
+    std::array<std::array<int32_t, block_columns>, 4> columns;
+    std::array<int32_t, most_columns> listed;
+    int32_t first_column;
+    int32_t column_count;
+    bool is_run;
+};
+
+} // namespace
+
+TAVIK_EXPORT(void)
+DoCubicPass1Helper(const uint8_t *src, uint8_t *dst, int32_t dst_x_max, int32_t /*first_ignored*/, int32_t src_x_max,
+                   int32_t row_count, float x_scale, int32_t /*last_ignored*/) {
+    if (dst_x_max < 0) return;
+    const std::size_t src_stride = static_cast<std::size_t>(src_x_max) + 1;
+    const std::size_t dst_stride = static_cast<std::size_t>(dst_x_max) + 1;
+    parallel_for(0, row_count, row_grain(dst_x_max), [&](int32_t begin, int32_t end) {
+        for_each_block(wrap_add(dst_x_max, 1), [&](int32_t first_column, int32_t end_column) {
+            const Positions positions(first_column, end_column, x_scale);
+            std::array<Quad, block_columns> quads;
+            for (int32_t r = begin; r < end; ++r) {
+                collect_quads(src + row_start(src_stride, r), src_x_max, positions, quads.data());
+                cubic_of_quads.active()(quads.data(), positions.fraction.data(),
+                                        dst + row_start(dst_stride, r) + first_column, positions.count);
+            }
+        });
+    });
+}
+
+TAVIK_EXPORT(void)
+DoCubicPass2Helper(const uint8_t *src, uint8_t *dst, int32_t x_max, int32_t dst_row_count, int32_t /*first_ignored*/,
+                   int32_t src_y_max, float /*last_ignored*/, float y_scale) {
+    if (x_max < 0) return;
+    const std::size_t stride = static_cast<std::size_t>(x_max) + 1;
+    parallel_for(0, dst_row_count, row_grain(x_max), [&](int32_t begin, int32_t end) {
+        for (int32_t r = begin; r < end; ++r) {
+            const Position position(r, y_scale);
+            const auto clamped = [&](int32_t offset) {
+                return src + row_start(stride, std::clamp(wrap_add(position.whole, offset), 0, src_y_max));
+            };
+            const uint8_t *middle = src + static_cast<std::ptrdiff_t>(stride) * position.whole;
+            cubic_of_rows.active()({clamped(-1), middle, clamped(1), clamped(2)}, position.fraction,
+                                   dst + row_start(stride, r), stride);
+        }
+    });
+}
+
+TAVIK_EXPORT(void)
+xBiCubicHelper(const uint8_t *src, uint8_t *dst, int32_t dst_width, int32_t dst_height, int32_t src_width,
+               int32_t src_height, float x_scale, float y_scale) {
+    if (dst_width < 1) return;
+    const auto src_stride = static_cast<std::size_t>(src_width);
+    const auto dst_stride = static_cast<std::size_t>(dst_width);
+    parallel_for(0, dst_height, row_grain(dst_width), [&](int32_t begin, int32_t end) {
+        for_each_block(dst_width, [&](int32_t first_column, int32_t end_column) {
+            const BicubicColumns columns(first_column, end_column, x_scale, src_width - 2);
+            for (int32_t r = begin; r < end; ++r) {
+                const Position position(r, y_scale);
+                const auto row = [&](int32_t offset) {
+                    const int32_t clamped = std::min(wrap_add(position.whole, offset), src_height - 2);
+                    return src + row_start(src_stride, std::max(clamped, 0));
+                };
+                columns.resize_row({row(-1), row(0), row(1), row(2)}, position.fraction,
+                                   dst + row_start(dst_stride, r) + first_column);
+            }
+        });
+    });
+}
