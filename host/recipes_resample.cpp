@@ -73,15 +73,23 @@ void enlarge_at_once(Run &run) {
                  scale_between(from.width - 1, to.width), scale_between(from.height - 1, to.height));
 }
 
+// The target that a box filter takes for an even span of so many samples or a few more. Those of an odd one would come
+// half a row further on.
+int32_t target_for(int32_t bound, int32_t span) {
+    int32_t target = std::max(bound / span, 1);
+    while (target > 1 && bound / target % 2 != 0) --target;
+    return target;
+}
+
 // A box filter of both directions. Where it leaves the last row or column, the unfiltered samples stay.
-Image prefiltered(Run &run, const Image &from, int32_t target_width, int32_t target_height) {
+Image prefiltered(Run &run, const Image &from, int32_t span) {
     Image along_rows = from;
     Image both = from;
     for (std::size_t k = 0; k < 3; ++k) {
-        run.call(EXPORT(PrefilterCubicPass1Helper), from.planes()[k], along_rows.planes()[k], target_width, 0,
-                 from.x_max(), from.height);
+        run.call(EXPORT(PrefilterCubicPass1Helper), from.planes()[k], along_rows.planes()[k],
+                 target_for(from.x_max(), span), 0, from.x_max(), from.height);
         run.call(EXPORT(PrefilterCubicPass2Helpter), std::as_const(along_rows).planes()[k], both.planes()[k],
-                 from.x_max(), target_height, 0, from.y_max());
+                 from.x_max(), target_for(from.y_max(), span), 0, from.y_max());
     }
     return both;
 }
@@ -112,7 +120,7 @@ void reduce(Run &run) {
         resize_in_two_passes(run, from, plain);
         paste(picture, plain, margin, top);
         Image smooth(width, height);
-        resize_in_two_passes(run, prefiltered(run, from, width, height), smooth);
+        resize_in_two_passes(run, prefiltered(run, from, 4), smooth);
         paste(picture, smooth, width + 2 * margin, top);
         top += height + margin;
     }
@@ -121,7 +129,7 @@ void reduce(Run &run) {
 // From the photo on the left to its box-filtered planes on the right.
 void soften(Run &run) {
     const Image &photo = run.photo;
-    const Image filtered = prefiltered(run, photo, photo.width / 16, photo.height / 16);
+    const Image filtered = prefiltered(run, photo, 16);
     std::vector<float> values(photo.red.size());
     run.label("values", values);
     constexpr int32_t strips = 5;
@@ -379,7 +387,7 @@ void points(Run &run) {
     }
 
     // Seen from in front of it and above: w grows with the depth.
-    const std::array<float, 16> matrix = {300, -60, 0, 0.25F, 0, 300, 0, 0.1F, 150, 90, 0, 0.3F, 0, 0, 0, 1.7F};
+    const std::array<float, 16> matrix = {230, -40, 0, 0.2F, 0, 230, 0, 0.1F, 110, 70, 0, 0.3F, 0, 0, 0, 1.7F};
     run.label("matrix", matrix);
     std::array<float, 3> point = {};
     std::array<float, 3> seen = {};
@@ -389,7 +397,7 @@ void points(Run &run) {
         const auto side = [&](uint32_t bit) { return (index >> bit & 1) != 0 ? 1.0F : -1.0F; };
         point = {side(0), side(1), side(2)};
         run.call(EXPORT(TransformPoint), point.data(), seen.data(), matrix.data());
-        return Point{seen[0] + 960, seen[1] + 320};
+        return Point{seen[0] + 980, seen[1] + 320};
     };
     for (uint32_t index = 0; index < 8; ++index)
         for (uint32_t bit = 0; bit < 3; ++bit)
@@ -410,7 +418,7 @@ Family resample_family() {
              {"DoCubicPass1Helper", "DoCubicPass2Helper"},
              enlarge},
             {"enlarge_at_once",
-             "Four times as large, at once",
+             "Enlarged at once",
              "The same by one pass over patches of 4 × 4 samples.",
              {"xBiCubicHelper"},
              enlarge_at_once},
@@ -436,12 +444,12 @@ Family resample_family() {
              {"RotatePoint", "TransformPoint", "xfreetransformalpha"},
              [](Run &run) { transform_planes(run, EXPORT(xfreetransformalpha)); }},
             {"transform_smooth",
-             "Free transform, anti-aliased",
+             "Smooth free transform",
              "The same with samples interpolated.",
              {"RotatePoint", "TransformPoint", "xfreetransformalpha_aa"},
              [](Run &run) { transform_planes(run, EXPORT(xfreetransformalpha_aa)); }},
-            {"transform_transparent",
-             "Free transform with transparency",
+            {"transform_opacity",
+             "Transparent transform",
              "Four planes at once; the fourth is an opacity that fades at the edge.",
              {"RotatePoint", "TransformPoint", "xfreetransform_aa"},
              transform_with_transparency},
@@ -458,12 +466,12 @@ Family resample_family() {
              {"xBilinearScalePointf", "BilinearSample"},
              warp_by_grid},
             {"resampling_curves",
-             "Through and past the samples",
+             "Kernels as curves",
              "A straight, a Catmull-Rom and a B-spline course.",
              {"Bilerp", "f_bicubicInterpolate", "Bspline"},
              curves},
             {"turned_points",
-             "Points turned and projected",
+             "Turned and projected",
              "A square turned six degrees at a time, and a cube in perspective.",
              {"RotatePoint", "TransformPoint"},
              points},
