@@ -1,5 +1,6 @@
 #include "tavik/frame/parallel_for.h"
 #include "tavik/frame/size_form.h"
+#include "tavik/resample/box_span.h"
 #include "tavik/resample/positions.h"
 #include "tavik/resample/resample.h"
 
@@ -12,77 +13,108 @@ namespace {
 
 constexpr PerLevel<void(const int32_t *sums, float inverse, uint8_t *dst, std::size_t count)> divide_sums =
     TAVIK_EVERY_LEVEL(divide_sums);
-constexpr PerLevel<void(float *sums, const uint8_t *lead, const uint8_t *trail, std::size_t count)> move_spans =
-    TAVIK_EVERY_LEVEL(move_spans);
+constexpr PerLevel<uint16_t(uint16_t sum, const uint8_t *lead, const uint8_t *trail, ShortDivision division,
+                            uint8_t *dst, std::size_t count)>
+    average_short_row = TAVIK_EVERY_LEVEL(average_short_row);
+constexpr PerLevel<void(uint16_t *sums, const uint8_t *lead, const uint8_t *trail, ShortDivision division, uint8_t *dst,
+                        std::size_t count)>
+    move_short_spans = TAVIK_EVERY_LEVEL(move_short_spans);
 constexpr PerLevel<void(float *sums, const uint8_t *lead, const uint8_t *trail, float inverse, uint8_t *dst,
                         std::size_t count)>
-    average_spans = TAVIK_EVERY_LEVEL(average_spans);
+    move_spans = TAVIK_EVERY_LEVEL(move_spans);
 constexpr PerLevel<void(float *filtered, const uint8_t *unfiltered, float amount, std::size_t count)> lerp_to_bytes =
     TAVIK_EVERY_LEVEL(lerp_to_bytes);
-
-// The span of samples that moves along a line of last + 1 samples. Its sum begins as `size` times the first sample; at
-// each step the sample ahead is added and the one behind subtracted.
-struct Span {
-    int32_t size;
-    int32_t last;
-    // From the sample averaged to the ones added and subtracted for it.
-    int32_t ahead;
-    int32_t behind;
-    // The averages written. Those of an odd size lie between two samples, one fewer.
-    int32_t written;
-    float inverse;
-
-    Span(int32_t bound, int32_t target)
-        : size(bound / target),
-          last(bound),
-          ahead(size / 2 + size % 2),
-          behind(size / 2),
-          written(size % 2 == 0 ? bound + 1 : bound),
-          inverse(1.0F / static_cast<float>(size)) {}
-
-    // The sample added in step `step` and, with its number less the size, the one subtracted. The step of the first
-    // average is `ahead`; the first step of all is −1.
-    int32_t at(int32_t step) const { return std::clamp(step, 0, last); }
-};
 
 // Sums of so many samples are exact in single precision, even where the sum begins with a sample of another row.
 constexpr int32_t largest_exact_size = (1 << 24) / (2 * 255) - 1;
 
-// `Sum` is float as described, or an integer where that is the same.
-template <class Sum> void average_row(const uint8_t *row, uint8_t first_sample, const Span &span, uint8_t *dst) {
-    Sum sum = static_cast<Sum>(first_sample) * static_cast<Sum>(span.size);
-    const auto move = [&](int32_t step) {
-        sum += static_cast<Sum>(row[span.at(step)]);
-        sum -= static_cast<Sum>(row[span.at(step - span.size)]);
-    };
-    for (int32_t step = -1; step < span.ahead; ++step) move(step);
+// A row's sum, in single precision or, where that is the same, in integers.
+template <class Sum> class RowSum {
+  public:
+    RowSum(const uint8_t *source_row, uint8_t first_sample, const BoxSpan &row_span)
+        : row(source_row), span(row_span), sum(static_cast<Sum>(first_sample * static_cast<Sum>(span.size))) {
+        for (int32_t step = -1; step < span.ahead; ++step) move(step);
+    }
+
+    void move(int32_t step) {
+        sum = static_cast<Sum>(sum + row[span.at(step)]);
+        sum = static_cast<Sum>(sum - row[span.at(step - span.size)]);
+    }
+
+  private:
+    const uint8_t *row;
+    const BoxSpan &span;
+
+  public:
+    Sum sum;
+};
+
+void average_row_in_floats(const uint8_t *row, uint8_t first_sample, const BoxSpan &span, uint8_t *dst) {
+    RowSum<float> sum(row, first_sample, span);
+    for (int32_t x = 0; x < span.written; ++x) {
+        sum.move(x + span.ahead);
+        dst[x] = low_byte(truncate(span.inverse * sum.sum));
+    }
+}
+
+void average_row_in_integers(const uint8_t *row, uint8_t first_sample, const BoxSpan &span, uint8_t *dst) {
+    RowSum<int32_t> sum(row, first_sample, span);
     for_each_block(span.written, [&](int32_t first, int32_t end) {
         std::array<int32_t, block_columns> sums;
         for (int32_t x = first; x < end; ++x) {
-            move(x + span.ahead);
-            if constexpr (std::is_same_v<Sum, float>)
-                dst[x] = low_byte(truncate(span.inverse * sum));
-            else
-                sums[static_cast<std::size_t>(x - first)] = sum;
+            sum.move(x + span.ahead);
+            sums[static_cast<std::size_t>(x - first)] = sum.sum;
         }
-        if constexpr (!std::is_same_v<Sum, float>)
-            divide_sums.active()(sums.data(), span.inverse, dst + first, static_cast<std::size_t>(end - first));
+        divide_sums.active()(sums.data(), span.inverse, dst + first, static_cast<std::size_t>(end - first));
     });
 }
 
-// Columns [first, end) together, row by row. Averages of row y go to dst at y × stride, from `dst` on.
-void average_columns(const uint8_t *src, std::size_t stride, const Span &span, uint8_t *dst, int32_t first,
-                     int32_t end) {
-    std::array<float, block_columns> sums;
-    const auto count = static_cast<std::size_t>(end - first);
-    const auto row = [&](int32_t step) { return src + row_start(stride, span.at(step)) + first; };
-    for (std::size_t x = 0; x < count; ++x) sums[x] = static_cast<float>(row(0)[x]) * static_cast<float>(span.size);
-    for (int32_t step = -1; step < span.ahead; ++step)
-        move_spans.active()(sums.data(), row(step), row(step - span.size), count);
-    for (int32_t y = 0; y < span.written; ++y) {
-        const int32_t step = y + span.ahead;
-        average_spans.active()(sums.data(), row(step), row(step - span.size), span.inverse,
-                               dst + row_start(stride, y) + first, count);
+void average_row_shortly(const uint8_t *row, uint8_t first_sample, const BoxSpan &span, uint8_t *dst) {
+    const ShortDivision division(span.size);
+    RowSum<uint16_t> sum(row, first_sample, span);
+    int32_t x = 0;
+    const auto average_until = [&](int32_t end) {
+        for (; x < end; ++x) {
+            sum.move(x + span.ahead);
+            dst[x] = division(sum.sum);
+        }
+    };
+    // Between the ends of the row no sample is repeated.
+    average_until(std::min(span.behind, span.written));
+    const int32_t inside = std::max(span.last + 1 - span.ahead - x, 0);
+    sum.sum = average_short_row.active()(sum.sum, row + x + span.ahead, row + x - span.behind, division, dst + x,
+                                         static_cast<std::size_t>(inside));
+    x += inside;
+    average_until(span.written);
+}
+
+// As many columns as are averaged together, row by row: wide enough that memory is read in long runs.
+constexpr int32_t columns_together = 4096;
+
+// Averages for rows [begin, end) go to dst at row × stride, from `dst` on. move(sums, lead, trail, dst, count) moves
+// the sums on by a row.
+template <class Sum, class Move>
+void average_rows(const uint8_t *src, std::size_t stride, const BoxSpan &span, uint8_t *dst, int32_t begin, int32_t end,
+                  const Move &move) {
+    // The last column is not averaged.
+    for (std::size_t first = 0; first < stride - 1; first += columns_together) {
+        const std::size_t count = std::min<std::size_t>(stride - 1 - first, columns_together);
+        std::array<Sum, columns_together> sums;
+        const auto row = [&](int32_t step) { return src + row_start(stride, span.at(step)) + first; };
+        if (begin == 0) {
+            std::array<uint8_t, columns_together> unused;
+            for (std::size_t x = 0; x < count; ++x) sums[x] = static_cast<Sum>(row(0)[x] * static_cast<Sum>(span.size));
+            for (int32_t step = -1; step < span.ahead; ++step)
+                move(sums.data(), row(step), row(step - span.size), unused.data(), count);
+        } else {
+            std::fill_n(sums.begin(), count, Sum{0});
+            for (int32_t step = begin - span.behind; step < begin + span.ahead; ++step)
+                for (std::size_t x = 0; x < count; ++x) sums[x] = static_cast<Sum>(sums[x] + row(step)[x]);
+        }
+        for (int32_t y = begin; y < end; ++y) {
+            const int32_t step = y + span.ahead;
+            move(sums.data(), row(step), row(step - span.size), dst + row_start(stride, y) + first, count);
+        }
     }
 }
 
@@ -105,13 +137,17 @@ PrefilterCubicPass1Helper(const uint8_t *src, uint8_t *dst, int32_t target_width
         return;
     }
     if (row_count < 2) return;
-    const Span span(x_max, target);
+    const BoxSpan span(x_max, target);
+    // Beyond 2^24 samples a row's sum can begin with a sample of another one, which takes it out of 16 bits.
+    const bool is_small = int64_t{row_count} * (int64_t{x_max} + 1) <= 1 << 24;
+    auto *average = span.size > largest_exact_size       ? average_row_in_floats
+                    : is_small && span.divides_shortly() ? average_row_shortly
+                                                         : average_row_in_integers;
     const std::size_t stride = static_cast<std::size_t>(x_max) + 1;
     parallel_for(0, row_count - 1, row_grain(x_max), [&](int32_t begin, int32_t end) {
         for (int32_t r = begin; r < end; ++r) {
             const std::size_t base = row_start(stride, r);
             const uint8_t *row = src + static_cast<std::size_t>(static_cast<float>(base));
-            auto *average = span.size > largest_exact_size ? average_row<float> : average_row<int32_t>;
             average(row, src[base], span, dst + base);
         }
     });
@@ -125,14 +161,27 @@ PrefilterCubicPass2Helpter(const uint8_t *src, uint8_t *dst, int32_t x_max, int3
         copy_rows(src, dst, x_max, y_max);
         return;
     }
-    const Span span(y_max, target);
+    if (x_max < 1) return;
+    const BoxSpan span(y_max, target);
+    const bool is_short = span.divides_shortly();
     const std::size_t stride = static_cast<std::size_t>(x_max) + 1;
     // Half a row further on for an odd size.
     uint8_t *to = dst + (span.size % 2 == 0 ? 0 : stride / 2);
-    parallel_for(0, x_max, std::max(row_grain(y_max), block_columns / 4), [&](int32_t begin, int32_t end) {
-        for_each_block(end - begin, [&](int32_t first, int32_t block_end) {
-            average_columns(src, stride, span, to, begin + first, begin + block_end);
-        });
+    // Exact sums can begin anywhere; to begin pays for itself over a few spans.
+    const bool is_exact = span.size <= largest_exact_size;
+    const int32_t grain = is_exact ? std::max(row_grain(x_max), 32 * span.size) : span.written;
+    parallel_for(0, span.written, grain, [&](int32_t begin, int32_t end) {
+        if (is_short)
+            average_rows<uint16_t>(src, stride, span, to, begin, end,
+                                   [division = ShortDivision(span.size)](auto *sums, auto *lead, auto *trail,
+                                                                         auto *averages, std::size_t count) {
+                                       move_short_spans.active()(sums, lead, trail, division, averages, count);
+                                   });
+        else
+            average_rows<float>(src, stride, span, to, begin, end,
+                                [&](auto *sums, auto *lead, auto *trail, auto *averages, std::size_t count) {
+                                    move_spans.active()(sums, lead, trail, span.inverse, averages, count);
+                                });
     });
 }
 

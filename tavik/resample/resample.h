@@ -80,7 +80,7 @@ TAVIK_EXPORT(void)
 PrefilterCubicPass1Helper(const uint8_t *src, uint8_t *dst, int32_t target_width, int32_t ignored, int32_t x_max,
                           int32_t row_count);
 
-/* Averages along columns, before a plane is reduced to `target_height` rows (parallel by columns).
+/* Averages along columns, before a plane is reduced to `target_height` rows (parallel).
  *   target_height   less than 1 counts as 1. From y_max on, rows 0 .. y_max − 1 are copied as they are; otherwise the
  *                   span is size = y_max / target_height samples
  *   ignored         any value
