@@ -27,8 +27,8 @@ constexpr PerLevel<void(const FourRows &rows, float fraction, uint8_t *dst, std:
     TAVIK_EVERY_LEVEL(cubic_of_rows);
 constexpr PerLevel<void(const FourRows &rows, float fraction, float *values, std::size_t count)> bicubic_columns =
     TAVIK_EVERY_LEVEL(bicubic_columns);
-constexpr PerLevel<void(const float *values, const std::array<const int32_t *, 4> &columns, const float *fractions,
-                        uint8_t *dst, std::size_t count)>
+constexpr PerLevel<void(const float *values, const int32_t *places, const float *fractions, uint8_t *dst,
+                        std::size_t count)>
     bicubic_row = TAVIK_EVERY_LEVEL(bicubic_row);
 
 // The samples around each position of a row. Only those beside the first are clamped.
@@ -44,61 +44,70 @@ void collect_quads(const uint8_t *row, int32_t last, const Positions &positions,
     }
 }
 
-// Where a block of destination columns lies in the source: four source columns for each. They are numbers within a run
-// of source columns where that is short, else in the list of the columns themselves.
+// A block of destination columns and the source columns it is made of. Each destination column takes four values that
+// stand beside each other: in a run of source columns, the edge ones repeated, or where the run would be long, in a
+// list of four for each.
 class BicubicColumns {
   public:
-    BicubicColumns(int32_t first, int32_t end, float scale, int32_t last)
-        : positions(first, end, scale), first_column(last) {
-        int32_t last_column = 0;
-        for (std::size_t tap = 0; tap < columns.size(); ++tap) {
-            for (std::size_t x = 0; x < positions.count; ++x) {
-                const int32_t offset = static_cast<int32_t>(tap) - 1;
-                const int32_t column = std::max(std::min(wrap_add(positions.whole[x], offset), last), 0);
-                columns[tap][x] = column;
-                first_column = std::min(first_column, column);
-                last_column = std::max(last_column, column);
-            }
-        }
-        is_run = last_column - first_column < most_columns;
-        column_count = is_run ? last_column - first_column + 1 : static_cast<int32_t>(4 * positions.count);
-        for (std::size_t tap = 0; tap < columns.size(); ++tap) {
-            for (std::size_t x = 0; x < positions.count; ++x) {
-                listed[tap * positions.count + x] = columns[tap][x];
-                columns[tap][x] =
-                    is_run ? columns[tap][x] - first_column : static_cast<int32_t>(tap * positions.count + x);
-            }
+    BicubicColumns(int32_t first, int32_t end, float scale, int32_t last_column)
+        : positions(first, end, scale), last(std::max(last_column, 0)) {
+        const auto [lowest, highest] =
+            std::minmax_element(positions.whole.begin(), positions.whole.begin() + positions.count);
+        run_begin = wrap_sub(*lowest, 1);
+        run_length = int64_t{*highest} - *lowest + 4;
+        // Positions next to the ends of the 32-bit range wrap around.
+        is_run = run_length <= most_values && run_begin < *lowest && *highest < far_away;
+        for (std::size_t x = 0; x < positions.count; ++x) {
+            places[x] = is_run ? positions.whole[x] - *lowest : static_cast<int32_t>(4 * x);
+            for (std::size_t tap = 0; tap < 4 && !is_run; ++tap)
+                listed[4 * x + tap] = clamped(wrap_add(positions.whole[x], static_cast<int32_t>(tap) - 1));
         }
     }
 
     void resize_row(const FourRows &rows, float fraction, uint8_t *dst) const {
-        std::array<float, most_columns> values;
-        const auto count = static_cast<std::size_t>(column_count);
-        if (is_run) {
-            const auto from = [&](const uint8_t *row) { return row + first_column; };
-            bicubic_columns.active()({from(rows[0]), from(rows[1]), from(rows[2]), from(rows[3])}, fraction,
-                                     values.data(), count);
-        } else {
-            std::array<std::array<uint8_t, most_columns>, 4> picked;
-            for (std::size_t row = 0; row < rows.size(); ++row)
-                for (std::size_t i = 0; i < count; ++i) picked[row][i] = rows[row][listed[i]];
-            bicubic_columns.active()({picked[0].data(), picked[1].data(), picked[2].data(), picked[3].data()}, fraction,
-                                     values.data(), count);
-        }
-        bicubic_row.active()(values.data(),
-                             {columns[0].data(), columns[1].data(), columns[2].data(), columns[3].data()},
-                             positions.fraction.data(), dst, positions.count);
+        std::array<float, most_values> values;
+        if (is_run)
+            interpolate_run(rows, fraction, values.data());
+        else
+            interpolate_listed(rows, fraction, values.data());
+        bicubic_row.active()(values.data(), places.data(), positions.fraction.data(), dst, positions.count);
     }
 
   private:
-    static constexpr int32_t most_columns = 4 * block_columns;
+    static constexpr int32_t most_values = 4 * block_columns;
+    static constexpr int32_t far_away = 1 << 30;
+
+    int32_t clamped(int32_t column) const { return std::clamp(column, 0, last); }
+
+    void interpolate_run(const FourRows &rows, float fraction, float *values) const {
+        const int32_t run_last = run_begin + static_cast<int32_t>(run_length) - 1;
+        const int32_t first = clamped(run_begin);
+        const auto count = static_cast<std::size_t>(clamped(run_last) - first + 1);
+        const auto length = static_cast<std::size_t>(run_length);
+        // Repeats of the first column, the columns, repeats of the last one.
+        const std::size_t before = std::min(static_cast<std::size_t>(std::max(first - run_begin, 0)), length - count);
+        bicubic_columns.active()({rows[0] + first, rows[1] + first, rows[2] + first, rows[3] + first}, fraction,
+                                 values + before, count);
+        std::fill_n(values, before, values[before]);
+        std::fill_n(values + before + count, length - before - count, values[before + count - 1]);
+    }
+
+    void interpolate_listed(const FourRows &rows, float fraction, float *values) const {
+        std::array<std::array<uint8_t, most_values>, 4> picked;
+        const std::size_t count = 4 * positions.count;
+        for (std::size_t row = 0; row < rows.size(); ++row)
+            for (std::size_t i = 0; i < count; ++i) picked[row][i] = rows[row][listed[i]];
+        bicubic_columns.active()({picked[0].data(), picked[1].data(), picked[2].data(), picked[3].data()}, fraction,
+                                 values, count);
+    }
 
     Positions positions;
-    std::array<std::array<int32_t, block_columns>, 4> columns;
-    std::array<int32_t, most_columns> listed;
-    int32_t first_column;
-    int32_t column_count;
+    int32_t last;
+    int32_t run_begin;
+    int64_t run_length;
     bool is_run;
+    std::array<int32_t, block_columns> places;
+    std::array<int32_t, most_values> listed;
 };
 
 } // namespace
