@@ -10,6 +10,31 @@ namespace {
 // Four samples beside or above each other, the first in the low byte.
 using Quad = uint32_t;
 
+// A block of positions along a row of last + 1 samples.
+struct RowPositions : tavik::Positions {
+    // Four destination columns are shuffled together from sixteen source bytes where they lie close enough together and
+    // far enough from the ends of the row.
+    static constexpr std::size_t group = 4;
+
+    int32_t last;
+    std::array<uint8_t, 4 * tavik::block_columns> shuffle;
+    std::array<bool, tavik::block_columns / group> is_shuffled;
+
+    RowPositions(int32_t first, int32_t end, float scale, int32_t last_sample)
+        : Positions(first, end, scale), last(last_sample) {
+        for (std::size_t x = 0; x + group <= count; x += group) {
+            const int32_t begin = whole[x] - 1;
+            bool is_near = begin >= 0 && begin <= last - 15;
+            for (std::size_t i = x; i < x + group; ++i) {
+                const int64_t offset = int64_t{whole[i]} - whole[x];
+                is_near = is_near && offset >= 0 && offset <= 12;
+                for (std::size_t tap = 0; tap < 4; ++tap) shuffle[4 * i + tap] = tavik::low_byte(offset + tap);
+            }
+            is_shuffled[x / group] = is_near;
+        }
+    }
+};
+
 using FourRows = std::array<const uint8_t *, 4>;
 
 } // namespace
@@ -21,6 +46,8 @@ using namespace tavik;
 
 namespace {
 
+constexpr PerLevel<void(const uint8_t *row, const RowPositions &positions, Quad *quads)> collect_quads =
+    TAVIK_EVERY_LEVEL(collect_quads);
 constexpr PerLevel<void(const Quad *quads, const float *fractions, uint8_t *dst, std::size_t count)> cubic_of_quads =
     TAVIK_EVERY_LEVEL(cubic_of_quads);
 constexpr PerLevel<void(const FourRows &rows, float fraction, uint8_t *dst, std::size_t count)> cubic_of_rows =
@@ -30,19 +57,6 @@ constexpr PerLevel<void(const FourRows &rows, float fraction, float *values, std
 constexpr PerLevel<void(const float *values, const int32_t *places, const float *fractions, uint8_t *dst,
                         std::size_t count)>
     bicubic_row = TAVIK_EVERY_LEVEL(bicubic_row);
-
-// The samples around each position of a row. Only those beside the first are clamped.
-void collect_quads(const uint8_t *row, int32_t last, const Positions &positions, Quad *quads) {
-    for (std::size_t x = 0; x < positions.count; ++x) {
-        const int32_t i = positions.whole[x];
-        if (i >= 1 && i <= last - 2) {
-            std::memcpy(&quads[x], row + i - 1, sizeof(Quad));
-            continue;
-        }
-        const auto at = [&](int32_t offset) { return Quad{row[std::clamp(wrap_add(i, offset), 0, last)]}; };
-        quads[x] = at(-1) | Quad{row[i]} << 8 | at(1) << 16 | at(2) << 24;
-    }
-}
 
 // A block of destination columns and the source columns it is made of. Each destination column takes four values that
 // stand beside each other: in a run of source columns, the edge ones repeated, or where the run would be long, in a
@@ -120,10 +134,10 @@ DoCubicPass1Helper(const uint8_t *src, uint8_t *dst, int32_t dst_x_max, int32_t 
     const std::size_t dst_stride = static_cast<std::size_t>(dst_x_max) + 1;
     parallel_for(0, row_count, row_grain(dst_x_max), [&](int32_t begin, int32_t end) {
         for_each_block(wrap_add(dst_x_max, 1), [&](int32_t first_column, int32_t end_column) {
-            const Positions positions(first_column, end_column, x_scale);
+            const RowPositions positions(first_column, end_column, x_scale, src_x_max);
             std::array<Quad, block_columns> quads;
             for (int32_t r = begin; r < end; ++r) {
-                collect_quads(src + row_start(src_stride, r), src_x_max, positions, quads.data());
+                collect_quads.active()(src + row_start(src_stride, r), positions, quads.data());
                 cubic_of_quads.active()(quads.data(), positions.fraction.data(),
                                         dst + row_start(dst_stride, r) + first_column, positions.count);
             }

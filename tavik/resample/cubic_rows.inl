@@ -55,6 +55,36 @@ class CubicOfQuads {
 
 #endif
 
+// The samples around each position. Those beside the first are clamped to the row.
+void collect_quads(const uint8_t *row, const RowPositions &positions, Quad *quads) {
+    for (size_t x = 0; x < positions.count;) {
+#if TAVIK_LEVEL >= TAVIK_SSE41
+        if (x + RowPositions::group <= positions.count && positions.is_shuffled[x / RowPositions::group]) {
+            const auto load_16 = [](const uint8_t *from) {
+                return _mm_loadu_si128(reinterpret_cast<const __m128i *>(from));
+            };
+            const __m128i group =
+                _mm_shuffle_epi8(load_16(row + positions.whole[x] - 1), load_16(&positions.shuffle[4 * x]));
+            _mm_storeu_si128(reinterpret_cast<__m128i *>(quads + x), group);
+            x += RowPositions::group;
+            continue;
+        }
+#endif
+        const size_t end = std::min(x + RowPositions::group, positions.count);
+        for (; x < end; ++x) {
+            const int32_t i = positions.whole[x];
+            if (i >= 1 && i <= positions.last - 2) {
+                std::memcpy(&quads[x], row + i - 1, sizeof(Quad));
+                continue;
+            }
+            const auto at = [&](int32_t offset) {
+                return Quad{row[std::clamp(wrap_add(i, offset), 0, positions.last)]};
+            };
+            quads[x] = at(-1) | Quad{row[i]} << 8 | at(1) << 16 | at(2) << 24;
+        }
+    }
+}
+
 void cubic_of_quads(const Quad *quads, const float *fractions, uint8_t *dst, size_t count) {
     size_t done = 0;
 #if TAVIK_LEVEL >= TAVIK_SSE2
