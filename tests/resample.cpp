@@ -260,6 +260,27 @@ TEST(Resample, PrefilterAlongColumns) {
     }
 }
 
+// Columns of one value but for the last row, which is one less: sums at and just below multiples of every size.
+TEST(Resample, PrefilterDividesBySinglePrecisionAtEverySize) {
+    constexpr int32_t values = 255;
+    for (int32_t size = 2; size < 300; ++size) {
+        Bytes src;
+        for (int32_t y = 0; y <= size; ++y)
+            for (int32_t c = 1; c <= values + 1; ++c) src.push_back(static_cast<uint8_t>(y < size ? c : c - 1));
+        Bytes dst(src.size());
+        Bytes expected = dst;
+        PrefilterCubicPass2Helpter(src.data(), dst.data(), values, 1, 0, size);
+        const int32_t shift = size % 2 == 0 ? 0 : (values + 1) / 2;
+        for (int32_t y = 0; y <= size - size % 2; ++y) {
+            const int32_t less = std::max(y + (size + 1) / 2 - size + 1, 0);
+            for (int32_t c = 1; c <= values; ++c)
+                expected[static_cast<std::size_t>(y * (values + 1) + shift + c - 1)] = static_cast<uint8_t>(
+                    static_cast<int32_t>(1.0F / static_cast<float>(size) * static_cast<float>(c * size - less)));
+        }
+        ASSERT_TRUE(dst == expected) << size;
+    }
+}
+
 // Beyond 2^24 samples a row is read from the nearest even place, but begins with and is written to its own.
 TEST(Resample, PrefilterOfALargePlane) {
     constexpr int32_t x_max = 4096;

@@ -46,6 +46,70 @@ bool stays_in_range(uint32_t at_middle, uint32_t step, int32_t first, int32_t la
     return fits(first) && fits(last);
 }
 
+// Columns of a destination row whose sources are inside, and where the row's column 0 is in its plane.
+struct InsidePart {
+    RotatedRow row;
+    ColumnSpan columns;
+    std::size_t middle;
+};
+
+// One plane for each channel.
+template <std::size_t channels> struct Planes {
+    std::array<const uint8_t *, channels> src;
+    std::array<uint8_t *, channels> dst;
+    std::array<uint8_t, channels> background;
+};
+
+// Copies parts of neighbouring rows, which read the same part of the source, in tiles and one channel after the other.
+template <std::size_t channels> class TiledCopy {
+  public:
+    TiledCopy(const Planes<channels> &all_planes, int32_t src_stride) : planes(all_planes), stride(src_stride) {}
+    ~TiledCopy() { copy(); }
+    TiledCopy(const TiledCopy &) = delete;
+    TiledCopy &operator=(const TiledCopy &) = delete;
+
+    void add(const InsidePart &part) {
+        parts[count++] = part;
+        if (count == parts.size()) copy();
+    }
+
+  private:
+    static constexpr int32_t tile_columns = 256;
+
+    void copy() {
+        int32_t first = std::numeric_limits<int32_t>::max();
+        int32_t last = std::numeric_limits<int32_t>::min();
+        for (std::size_t i = 0; i < count; ++i) {
+            first = std::min(first, parts[i].columns.begin);
+            last = std::max(last, parts[i].columns.end);
+        }
+        for (; first < last; first += tile_columns) copy_tile({first, std::min(first + tile_columns, last)});
+        count = 0;
+    }
+
+    void copy_tile(ColumnSpan tile) {
+        std::array<ColumnSpan, tile_rows> columns;
+        std::array<std::array<int32_t, tile_columns>, tile_rows> indices;
+        for (std::size_t i = 0; i < count; ++i) {
+            const int32_t begin = std::max(tile.begin, parts[i].columns.begin);
+            columns[i] = {begin, std::max(begin, std::min(tile.end, parts[i].columns.end))};
+            rotated_indices.active()(parts[i].row, begin, stride, indices[i].data(),
+                                     static_cast<std::size_t>(columns[i].end - begin));
+        }
+        for (std::size_t k = 0; k < channels; ++k)
+            for (std::size_t i = 0; i < count; ++i)
+                copy_indexed(planes.src[k], indices[i].data(), planes.dst[k] + (parts[i].middle + columns[i].begin),
+                             static_cast<std::size_t>(columns[i].end - columns[i].begin));
+    }
+
+    static constexpr std::size_t tile_rows = 16;
+
+    const Planes<channels> &planes;
+    int32_t stride;
+    std::array<InsidePart, tile_rows> parts;
+    std::size_t count = 0;
+};
+
 class Rotation {
   public:
     Rotation(int32_t src_x_bound, int32_t src_y_bound, int32_t dst_x_bound, int32_t dst_y_bound, float zoom,
@@ -59,22 +123,19 @@ class Rotation {
           fixed_sine(fixed(sine)),
           fixed_zoom(fixed(1.0F / zoom)) {}
 
-    // One plane for each channel, whose background is at the same place.
-    template <std::size_t channels>
-    void draw(const std::array<const uint8_t *, channels> &src, const std::array<uint8_t *, channels> &dst,
-              const std::array<uint8_t, channels> &background) const {
-        if (half_width <= 0 || half_height <= 0) return;
+    template <std::size_t channels> void draw(const Planes<channels> &planes) const {
+        if (half_width <= 0) return;
         parallel_for(-half_height, half_height, row_grain(2 * half_width), [&](int32_t begin, int32_t end) {
+            TiledCopy<channels> inside_parts(planes, wrap_add(src_x_max, 1));
             for (int32_t y = begin; y < end; ++y) {
                 const RotatedRow row = row_at(y);
-                // Of column 0, the middle.
                 const std::size_t middle = row_start(static_cast<std::size_t>(dst_x_max) + 1, y + half_height) +
                                            static_cast<std::size_t>(half_width);
                 for_each_part(row, [&](ColumnSpan columns, bool is_inside) {
-                    if (is_inside) copy(row, columns, src, dst, middle);
                     const auto count = static_cast<std::size_t>(columns.end - columns.begin);
+                    if (is_inside) inside_parts.add({row, columns, middle});
                     for (std::size_t k = 0; k < channels && !is_inside; ++k)
-                        std::memset(dst[k] + (middle + columns.begin), background[k], count);
+                        std::memset(planes.dst[k] + (middle + columns.begin), planes.background[k], count);
                 });
             }
         });
@@ -113,20 +174,8 @@ class Rotation {
             inside_x, static_cast<int32_t>(row.y_step) >= 0, [&](int32_t x) { return row.source_y(x) < 0; },
             [&](int32_t x) { return row.source_y(x) >= src_y_max; });
         body(ColumnSpan{all.begin, inside.begin}, false);
-        body(inside, true);
+        if (inside.begin < inside.end) body(inside, true);
         body(ColumnSpan{inside.end, all.end}, false);
-    }
-
-    template <std::size_t channels>
-    void copy(const RotatedRow &row, ColumnSpan columns, const std::array<const uint8_t *, channels> &src,
-              const std::array<uint8_t *, channels> &dst, std::size_t middle) const {
-        std::array<int32_t, block_columns> indices;
-        for_each_block(columns.end - columns.begin, [&](int32_t first, int32_t end) {
-            const auto count = static_cast<std::size_t>(end - first);
-            rotated_indices.active()(row, columns.begin + first, wrap_add(src_x_max, 1), indices.data(), count);
-            for (std::size_t k = 0; k < channels; ++k)
-                copy_indexed(src[k], indices.data(), dst[k] + (middle + (columns.begin + first)), count);
-        });
     }
 
     int32_t src_x_max;
@@ -147,13 +196,14 @@ FasterScaleRotate(const uint8_t *src_a, const uint8_t *src_b, const uint8_t *src
                   int32_t dst_x_max, int32_t dst_y_max, float zoom, float cosine, float sine, int32_t back_a,
                   int32_t back_b, int32_t back_c) {
     const Rotation rotation(src_x_max, src_y_max, dst_x_max, dst_y_max, zoom, cosine, sine);
-    rotation.draw<4>({src_a, src_b, src_c, src_d}, {dst_a, dst_b, dst_c, dst_d},
-                     {low_byte(back_a), low_byte(back_b), low_byte(back_c), 0});
+    rotation.draw<4>({{src_a, src_b, src_c, src_d},
+                      {dst_a, dst_b, dst_c, dst_d},
+                      {low_byte(back_a), low_byte(back_b), low_byte(back_c), 0}});
 }
 
 TAVIK_EXPORT(void)
 ScaleRotate_8_noAA(const uint8_t *src, uint8_t *dst, int32_t src_x_max, int32_t src_y_max, int32_t dst_x_max,
                    int32_t dst_y_max, float zoom, float cosine, float sine) {
     const Rotation rotation(src_x_max, src_y_max, dst_x_max, dst_y_max, zoom, cosine, sine);
-    rotation.draw<1>({src}, {dst}, {0});
+    rotation.draw<1>({{src}, {dst}, {0}});
 }
