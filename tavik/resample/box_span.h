@@ -13,16 +13,26 @@ struct ShortDivision {
     int32_t shift;
 
     explicit ShortDivision(int32_t size)
-        // Of a power of two the factor is 2^15, else at least that.
-        : factor(0), shift(std::bit_width(static_cast<uint32_t>(size - 1)) - 1) {
-        const uint32_t numerator = 1U << (16 + shift);
-        factor = static_cast<uint16_t>((numerator + static_cast<uint32_t>(size) - 1) / static_cast<uint32_t>(size));
-    }
+        : factor(
+              static_cast<uint16_t>((numerator(size) + static_cast<uint32_t>(size) - 1) / static_cast<uint32_t>(size))),
+          shift(shift_of(size)) {}
 
     uint8_t operator()(uint16_t sum) const {
         const auto high = static_cast<uint16_t>((uint32_t{sum} * factor) >> 16);
         return static_cast<uint8_t>(high >> shift);
     }
+
+    // Whether every sum gives its quotient. The factor is rounded up; what that adds to the product of the largest sum
+    // below 255 times the size must not carry it to the next quotient.
+    bool is_exact(int32_t size) const {
+        const uint64_t excess = uint64_t{factor} * static_cast<uint32_t>(size) - numerator(size);
+        return excess * (255 * static_cast<uint64_t>(size) - 1) < numerator(size);
+    }
+
+  private:
+    // Makes factors of 2^15 and more, in 16 bits.
+    static int32_t shift_of(int32_t size) { return std::bit_width(static_cast<uint32_t>(size - 1)) - 1; }
+    static uint32_t numerator(int32_t size) { return 1U << (16 + shift_of(size)); }
 };
 
 // The span of samples that moves along a line of last + 1 samples. Its sum begins as `size` times the first sample; at
@@ -49,10 +59,10 @@ struct BoxSpan {
     // The sample added in a step, or subtracted `size` steps later.
     int32_t at(int32_t step) const { return std::clamp(step, 0, last); }
 
-    // Whether the sums fit in 16 bits and the product with the inverse truncates to the quotient in integers. It does
-    // unless the inverse is so much too small that some multiple of the size falls below its quotient.
+    // Whether short division gives what the product with the inverse truncates to. That is the quotient in integers,
+    // unless the inverse is so much too small that some multiple of the size falls below it.
     bool divides_shortly() const {
-        if (size < 2 || size > 257) return false;
+        if (size < 2 || size > 257 || !ShortDivision(size).is_exact(size)) return false;
         for (int32_t quotient = 1; quotient <= 255; ++quotient)
             if (inverse * static_cast<float>(quotient * size) < static_cast<float>(quotient)) return false;
         return true;

@@ -96,7 +96,7 @@ class BicubicColumns {
     void interpolate_run(const FourRows &rows, float fraction, float *values) const {
         const int32_t run_last = run_begin + static_cast<int32_t>(run_length) - 1;
         const int32_t first = clamped(run_begin);
-        const auto count = static_cast<std::size_t>(clamped(run_last) - first + 1);
+        const std::size_t count = static_cast<std::size_t>(clamped(run_last) - first) + 1;
         const auto length = static_cast<std::size_t>(run_length);
         // Repeats of the first column, the columns, repeats of the last one.
         const std::size_t before = std::min(static_cast<std::size_t>(std::max(first - run_begin, 0)), length - count);

@@ -1,9 +1,7 @@
 // Finding the part of a destination row whose source positions are inside the source.
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
-#include <ranges>
 
 namespace tavik {
 
@@ -20,8 +18,17 @@ ColumnSpan between(ColumnSpan span, bool rises, const Below &is_below, const Abo
     if (span.begin >= span.end) return span;
     const auto is_outside = [&](int32_t x) { return is_below(x) || is_above(x); };
     if (!is_outside(span.begin) && !is_outside(span.end - 1)) return span;
+    // The property holds up to some column and no further.
     const auto first_without = [&](int32_t begin, const auto &property) {
-        return *std::ranges::partition_point(std::views::iota(begin, span.end), property);
+        int32_t end = span.end;
+        while (begin < end) {
+            const int32_t middle = begin + (end - begin) / 2;
+            if (property(middle))
+                begin = middle + 1;
+            else
+                end = middle;
+        }
+        return begin;
     };
     if (rises) {
         const int32_t begin = first_without(span.begin, is_below);
