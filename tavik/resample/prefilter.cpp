@@ -29,31 +29,28 @@ constexpr PerLevel<void(float *filtered, const uint8_t *unfiltered, float amount
 constexpr int32_t largest_exact_size = (1 << 24) / (2 * 255) - 1;
 
 // A row's sum, in single precision or, where that is the same, in integers.
-template <class Sum> class RowSum {
-  public:
+template <class Sum> struct RowSum {
+    const uint8_t *row;
+    const BoxSpan &span;
+    Sum value;
+
+    // Up to the span before the first average's.
     RowSum(const uint8_t *source_row, uint8_t first_sample, const BoxSpan &row_span)
-        : row(source_row), span(row_span), sum(static_cast<Sum>(first_sample * static_cast<Sum>(span.size))) {
+        : row(source_row), span(row_span), value(static_cast<Sum>(first_sample * static_cast<Sum>(span.size))) {
         for (int32_t step = -1; step < span.ahead; ++step) move(step);
     }
 
     void move(int32_t step) {
-        sum = static_cast<Sum>(sum + row[span.at(step)]);
-        sum = static_cast<Sum>(sum - row[span.at(step - span.size)]);
+        value = static_cast<Sum>(value + row[span.at(step)]);
+        value = static_cast<Sum>(value - row[span.at(step - span.size)]);
     }
-
-  private:
-    const uint8_t *row;
-    const BoxSpan &span;
-
-  public:
-    Sum sum;
 };
 
 void average_row_in_floats(const uint8_t *row, uint8_t first_sample, const BoxSpan &span, uint8_t *dst) {
     RowSum<float> sum(row, first_sample, span);
     for (int32_t x = 0; x < span.written; ++x) {
         sum.move(x + span.ahead);
-        dst[x] = low_byte(truncate(span.inverse * sum.sum));
+        dst[x] = low_byte(truncate(span.inverse * sum.value));
     }
 }
 
@@ -63,7 +60,7 @@ void average_row_in_integers(const uint8_t *row, uint8_t first_sample, const Box
         std::array<int32_t, block_columns> sums;
         for (int32_t x = first; x < end; ++x) {
             sum.move(x + span.ahead);
-            sums[static_cast<std::size_t>(x - first)] = sum.sum;
+            sums[static_cast<std::size_t>(x - first)] = sum.value;
         }
         divide_sums.active()(sums.data(), span.inverse, dst + first, static_cast<std::size_t>(end - first));
     });
@@ -76,14 +73,14 @@ void average_row_shortly(const uint8_t *row, uint8_t first_sample, const BoxSpan
     const auto average_until = [&](int32_t end) {
         for (; x < end; ++x) {
             sum.move(x + span.ahead);
-            dst[x] = division(sum.sum);
+            dst[x] = division(sum.value);
         }
     };
     // Between the ends of the row no sample is repeated.
     average_until(std::min(span.behind, span.written));
     const int32_t inside = std::max(span.last + 1 - span.ahead - x, 0);
-    sum.sum = average_short_row.active()(sum.sum, row + x + span.ahead, row + x - span.behind, division, dst + x,
-                                         static_cast<std::size_t>(inside));
+    sum.value = average_short_row.active()(sum.value, row + x + span.ahead, row + x - span.behind, division, dst + x,
+                                           static_cast<std::size_t>(inside));
     x += inside;
     average_until(span.written);
 }
