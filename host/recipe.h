@@ -31,6 +31,7 @@ Family lighting_family();
 Family raster_family();
 Family convert_family();
 Family memops_family();
+Family resample_family();
 Family scalar_family();
 Family dither_family();
 Family clouds_family();

@@ -13,6 +13,7 @@
 #include "tavik/memops/memops.h"
 #include "tavik/paint/paint.h"
 #include "tavik/raster/raster.h"
+#include "tavik/resample/resample.h"
 #include "tavik/scalar/scalar.h"
 #include "tavik/tone/tone.h"
 
