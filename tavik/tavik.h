@@ -9,6 +9,7 @@
 #include "tavik/filters/filters.h"
 #include "tavik/frame/frame.h"
 #include "tavik/lighting/lighting.h"
+#include "tavik/generators/generators.h"
 #include "tavik/memops/memops.h"
 #include "tavik/raster/raster.h"
 #include "tavik/scalar/scalar.h"
