@@ -18,6 +18,8 @@ constexpr double squish = 0.366025403784439;
 
 // Where the samples of a run lie in the lattice. Steps are lattice steps from the base of a sample's rhombus.
 struct LatticePlaces {
+    std::array<double, run> base_x;
+    std::array<double, run> base_y;
     // Offsets from the base.
     std::array<double, run> dx;
     std::array<double, run> dy;
@@ -43,6 +45,9 @@ namespace {
 constexpr PerLevel<void(int32_t first_x, double frequency, double scale, double y, LatticePlaces &places,
                         std::size_t count)>
     find_places = TAVIK_EVERY_LEVEL(find_places);
+constexpr PerLevel<void(const double *bases, const double *third_steps, const double *extra_steps, bool along_x,
+                        uint8_t *coordinates, std::size_t count)>
+    find_points = TAVIK_EVERY_LEVEL(find_points);
 constexpr PerLevel<void(uint8_t *to, const uint8_t *amounts, std::size_t count)> add_modulo_256 =
     TAVIK_EVERY_LEVEL(add_modulo_256);
 constexpr PerLevel<void(const LatticePlaces &places, const uint8_t *gradients_x, const uint8_t *gradients_y,
@@ -104,6 +109,10 @@ class FractalNoise {
         for (int32_t octave = 1; octave <= octaves; ++octave) {
             const double frequency = octave;
             find_places.active()(first_x, frequency, scale, y * frequency * scale, places, count);
+            find_points.active()(places.base_x.data(), places.third_step.data(), places.extra_step_x.data(), true,
+                                 places.columns.data(), count);
+            find_points.active()(places.base_y.data(), places.third_step.data(), places.extra_step_y.data(), false,
+                                 places.rows.data(), count);
             gradients.look_up(places.columns.data(), places.rows.data(), gradients_x.data(), gradients_y.data(),
                               points * count);
             add_octave.active()(places, gradients_x.data(), gradients_y.data(), weight, totals.data(), count);

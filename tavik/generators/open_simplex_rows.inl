@@ -1,54 +1,79 @@
-// Samples first_x .. of a row.
+// One number, or as many as the level's vectors hold. The compiler makes branches of a plain loop with so many choices.
+#if TAVIK_LEVEL == TAVIK_SCALAR
+using Doubles = double;
+inline double whole_part(double value) { return truncate(value); }
+inline double counting_from(double first) { return first; }
+#else
+constexpr size_t lanes = TAVIK_LEVEL >= TAVIK_AVX512 ? 8 : (TAVIK_LEVEL >= TAVIK_AVX2 ? 4 : 2);
+using Doubles = double __attribute__((vector_size(lanes * sizeof(double))));
+using Longs = int32_t __attribute__((vector_size(lanes * sizeof(int32_t))));
+inline Doubles whole_part(Doubles value) {
+    return __builtin_convertvector(__builtin_convertvector(value, Longs), Doubles);
+}
+inline Doubles counting_from(double first) {
+    Doubles numbers;
+    for (size_t lane = 0; lane < lanes; ++lane) numbers[lane] = first + static_cast<double>(lane);
+    return numbers;
+}
+#endif
+
+inline void store(double *to, const Doubles &value) { std::memcpy(to, &value, sizeof value); }
+
+// Samples first_x .. of a row, up to the next whole vector.
 void find_places(int32_t first_x, double frequency, double scale, double y, LatticePlaces &places, size_t count) {
     constexpr double stretch = -0.211324865405187;
-    const auto floored = [](double value) {
-        const int32_t truncated = truncate(value);
-        return wrap_sub(truncated, static_cast<double>(truncated) > value ? 1 : 0);
+    const Doubles zero = {};
+    const Doubles one = zero + 1.0;
+    const Doubles two = zero + 2.0;
+    const auto floor_of = [&](const Doubles &value) {
+        const Doubles truncated = whole_part(value);
+        return truncated - (truncated > value ? one : zero);
     };
-    for (size_t s = 0; s < count; ++s) {
-        const double x = static_cast<double>(first_x + static_cast<int32_t>(s)) * frequency * scale;
-        const double shift = (x + y) * stretch;
-        const double stretched_x = x + shift;
-        const double stretched_y = y + shift;
-        const int32_t column = floored(stretched_x);
-        const int32_t row = floored(stretched_y);
-        const double base_x = static_cast<double>(column);
-        const double base_y = static_cast<double>(row);
-        const double inside_x = stretched_x - base_x;
-        const double inside_y = stretched_y - base_y;
-        const double sum = inside_x + inside_y;
-        const double squished = (base_x + base_y) * squish;
-        places.dx[s] = x - (base_x + squished);
-        places.dy[s] = y - (base_y + squished);
+    for (size_t s = 0; s < count; s += sizeof(Doubles) / sizeof(double)) {
+        const Doubles x = counting_from(first_x + static_cast<double>(s)) * frequency * scale;
+        const Doubles shift = (x + y) * stretch;
+        const Doubles stretched_x = x + shift;
+        const Doubles stretched_y = y + shift;
+        const Doubles base_x = floor_of(stretched_x);
+        const Doubles base_y = floor_of(stretched_y);
+        const Doubles inside_x = stretched_x - base_x;
+        const Doubles inside_y = stretched_y - base_y;
+        const Doubles sum = inside_x + inside_y;
+        const Doubles squished = (base_x + base_y) * squish;
+        store(&places.base_x[s], base_x);
+        store(&places.base_y[s], base_y);
+        store(&places.dx[s], x - (base_x + squished));
+        store(&places.dy[s], y - (base_y + squished));
 
-        const bool near = sum <= 1.0;
-        const bool right = inside_x > inside_y;
-        const double rest_near = 1.0 - sum;
-        const double rest_far = 2.0 - sum;
-        const bool beside_near = (rest_near > inside_x) | (rest_near > inside_y);
-        const bool beside_far = (rest_far < inside_x) | (rest_far < inside_y);
-        // Beside the triangle along one axis, or across its long side.
-        const double near_x = beside_near ? (right ? 1.0 : -1.0) : 1.0;
-        const double near_y = beside_near ? (right ? -1.0 : 1.0) : 1.0;
-        const double far_x = (beside_far & right) ? 2.0 : 0.0;
-        const double far_y = (beside_far & !right) ? 2.0 : 0.0;
-        const double third = near ? 0.0 : 1.0;
-        const double extra_x = near ? near_x : far_x;
-        const double extra_y = near ? near_y : far_y;
-        places.third_step[s] = third;
-        places.extra_step_x[s] = extra_x;
-        places.extra_step_y[s] = extra_y;
-        const auto low = [](int32_t value) { return static_cast<uint8_t>(value); };
-        const auto third_int = static_cast<int32_t>(third);
-        places.columns[s] = low(wrap_add(column, 1));
-        places.columns[count + s] = low(column);
-        places.columns[2 * count + s] = low(wrap_add(column, third_int));
-        places.columns[3 * count + s] = low(wrap_add(column, static_cast<int32_t>(extra_x)));
-        places.rows[s] = low(row);
-        places.rows[count + s] = low(wrap_add(row, 1));
-        places.rows[2 * count + s] = low(wrap_add(row, third_int));
-        places.rows[3 * count + s] = low(wrap_add(row, static_cast<int32_t>(extra_y)));
+        // The rhombus has a triangle at its base and one at its far point; the extra point is beside the triangle or
+        // across its long side.
+        const auto near = sum <= one;
+        const auto right = inside_x > inside_y;
+        const Doubles rest_near = one - sum;
+        const Doubles rest_far = two - sum;
+        const auto beside_near = (rest_near > inside_x) | (rest_near > inside_y);
+        const auto beside_far = (rest_far < inside_x) | (rest_far < inside_y);
+        const Doubles near_x = beside_near ? (right ? one : -one) : one;
+        const Doubles near_y = beside_near ? (right ? -one : one) : one;
+        const Doubles far_x = beside_far ? (right ? two : zero) : zero;
+        const Doubles far_y = beside_far ? (right ? zero : two) : zero;
+        store(&places.third_step[s], near ? zero : one);
+        store(&places.extra_step_x[s], near ? near_x : far_x);
+        store(&places.extra_step_y[s], near ? near_y : far_y);
     }
+}
+
+// The lattice coordinates of all points, modulo 256.
+void find_points(const double *bases, const double *third_steps, const double *extra_steps, bool along_x,
+                 uint8_t *coordinates, size_t count) {
+    const auto whole = [](double value) { return static_cast<uint32_t>(static_cast<int32_t>(value)); };
+    const uint32_t first_step = along_x ? 1 : 0;
+    for (size_t s = 0; s < count; ++s) coordinates[s] = static_cast<uint8_t>(whole(bases[s]) + first_step);
+    for (size_t s = 0; s < count; ++s) coordinates[count + s] = static_cast<uint8_t>(whole(bases[s]) + 1 - first_step);
+    for (size_t s = 0; s < count; ++s)
+        coordinates[2 * count + s] = static_cast<uint8_t>(whole(bases[s]) + whole(third_steps[s]));
+    for (size_t s = 0; s < count; ++s)
+        coordinates[3 * count + s] = static_cast<uint8_t>(whole(bases[s]) + whole(extra_steps[s]));
 }
 
 void add_modulo_256(uint8_t *to, const uint8_t *amounts, size_t count) {
