@@ -33,6 +33,8 @@ Family convert_family();
 Family memops_family();
 Family scalar_family();
 Family dither_family();
+Family generators_family();
+Family gradients_family();
 Family frame_family();
 
 // In the order of the page.
