@@ -61,6 +61,7 @@ TEST(Textures, BricksAndJoints) {
     EXPECT_TRUE(wall(1.7F, 2, 300).shows({"##.", "##.", ".", "#.#", "#.#", "."})) << "lowest bricks";
     EXPECT_TRUE(wall(40, -30, 300).shows({"#"})) << "a period within the brick";
     EXPECT_TRUE(wall(-5, 2, 300).shows({"."})) << "no column within the brick";
+    EXPECT_TRUE(wall(0.5F, 0.5F, 300).shows({"#"})) << "a period of nothing";
 }
 
 TEST(Textures, ChecksBeginWithColourB) {

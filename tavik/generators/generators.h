@@ -114,8 +114,8 @@ ApplyGradient(int32_t width, int32_t y_start, int32_t y_end, uint8_t *plane0, ui
 
 /* Fills with a brick wall. With bw = trunc(brick_width), m = trunc(mortar), bh = max(bw / 2, 1), a pixel is mortar if
  * y mod (bh + m) > bh or x' mod (bw + m) > bw, else brick; x' is x, plus bh in every second course, those with odd
- * y / (bh + m). A brick so has bw + 1 by bh + 1 pixels and a joint m − 1: mortar of 0 or 1 draws none. bw + m and bh +
- * m are not 0. */
+ * y / (bh + m). A brick so has bw + 1 by bh + 1 pixels and a joint m − 1: mortar of 0 or 1 draws none. bh + m is not 0;
+ * if bw + m is, bricks have no joints between them. */
 TAVIK_EXPORT(void)
 xbrick(float brick_width, float mortar, int32_t brick_r, int32_t brick_g, int32_t brick_b, int32_t mortar_r,
        int32_t mortar_g, int32_t mortar_b, int32_t width, int32_t height, uint8_t *dst_r, uint8_t *dst_g,

@@ -67,7 +67,7 @@ xbrick(float brick_width, float mortar, int32_t brick_r, int32_t brick_g, int32_
     const int32_t joint = truncate(mortar);
     const int32_t bh = std::max(bw / 2, 1);
     const int32_t course_height = wrap_add(bh, joint);
-    const int64_t period = magnitude(wrap_add(bw, joint));
+    const int64_t period = std::max<int64_t>(magnitude(wrap_add(bw, joint)), 1);
     fill_striped(width, height, {dst_r, dst_g, dst_b}, colour_of(brick_r, brick_g, brick_b),
                  colour_of(mortar_r, mortar_g, mortar_b), [=](int32_t y) {
                      const bool shifted = (y / course_height) % 2 != 0;
