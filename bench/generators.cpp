@@ -13,8 +13,12 @@ const std::string one_point = "one point a call; a pixel is a call";
 
 // Calls noise(x, y, i) for the point of each pixel.
 template <class Noise> void at_each_pixel(const Picture &p, const Noise &noise) {
-    for (int32_t i = 0; i < p.count(); ++i)
-        p.to_floats[i] = noise(static_cast<float>(i % p.width) * 0.01F, static_cast<float>(i / p.width) * 0.01F, i);
+    for (int32_t y = 0; y < p.height; ++y) {
+        for (int32_t x = 0; x < p.width; ++x) {
+            const int32_t i = y * p.width + x;
+            p.to_floats[i] = noise(static_cast<float>(x) * 0.01F, static_cast<float>(y) * 0.01F, i);
+        }
+    }
 }
 
 template <int32_t octaves> void open_simplex(const Picture &p) { xOpenSimplex(p.width, p.height, 64, octaves, p.to_r); }
@@ -43,9 +47,10 @@ template <class Seed, class SeedAt> const Seed *seeds_of(const Picture &p, const
     static std::vector<Seed> seeds;
     const int32_t columns = grid(p.width, cell);
     const int32_t rows = grid(p.height, cell);
-    if (seeds.size() != static_cast<std::size_t>(2 * columns * rows)) {
+    const int32_t count = 2 * columns * rows;
+    if (seeds.size() != static_cast<std::size_t>(count)) {
         seeds.clear();
-        for (int32_t i = 0; i < 2 * columns * rows; ++i)
+        for (int32_t i = 0; i < count; ++i)
             seeds.push_back(
                 seed_at(i % columns * cell + p.r[i] % cell, i / columns % rows * cell + p.g[i] % cell, p.b[i]));
     }

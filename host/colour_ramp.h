@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cmath>
 #include <cstdint>
 #include <vector>
 
@@ -37,7 +38,7 @@ inline ByteTables byte_tables(const std::vector<Stop> &stops) {
     ByteTables tables{};
     for (std::size_t i = 0; i < 256; ++i) {
         const auto components = between(stops, static_cast<float>(i) / 255);
-        for (std::size_t c = 0; c < 4; ++c) tables[c][i] = static_cast<uint8_t>(components[c] + 0.5F);
+        for (std::size_t c = 0; c < 4; ++c) tables[c][i] = static_cast<uint8_t>(std::lround(components[c]));
     }
     return tables;
 }

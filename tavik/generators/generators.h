@@ -138,16 +138,16 @@ xDoWeave(int32_t tile_scale, int32_t width, int32_t height, int32_t tile_width, 
          uint8_t *dst_g, uint8_t *dst_b);
 
 /* A seed of xCrystalize: a pixel, inside the image or not, and a colour. */
-typedef struct tavik_crystal_seed {
+struct tavik_crystal_seed {
     int16_t x, y;
     uint8_t r, g, b;
     uint8_t unused;
-} tavik_crystal_seed;
+};
 
 /* A seed of xcellular; its position is truncated. */
-typedef struct tavik_cell_seed {
+struct tavik_cell_seed {
     float x, y;
-} tavik_cell_seed;
+};
 
 /* Seeds come as a grid of layers × seed_rows × seeds_per_row records, seed i of a row r of a layer k at index
  * (k × seed_rows + r) × seeds_per_row + i. Each raises the heights of the pixels around it, at most
@@ -164,7 +164,7 @@ typedef struct tavik_cell_seed {
 TAVIK_EXPORT(void)
 xCrystalize(int32_t width, int32_t height, int32_t seeds_per_row, int32_t seed_rows, int32_t size, int32_t ignored1,
             int32_t layers, int32_t ignored2, int32_t ignored3, uint8_t *dst_r, uint8_t *dst_g, uint8_t *dst_b,
-            const tavik_crystal_seed *seeds, float *heights);
+            const struct tavik_crystal_seed *seeds, float *heights);
 
 /* Draws soft grey cones: heights are raised to (1 − t) × 255, with t = d²·k·k, at most 1, for falloff 1 and its root
  * for any other. Then every pixel becomes min(trunc(number × (1/32767) + height), 255) in all three planes, with one
@@ -173,6 +173,6 @@ xCrystalize(int32_t width, int32_t height, int32_t seeds_per_row, int32_t seed_r
 TAVIK_EXPORT(void)
 xcellular(int32_t width, int32_t height, int32_t seeds_per_row, int32_t seed_rows, int32_t size, int32_t ignored,
           int32_t layers, int32_t falloff, int32_t invert, uint8_t *dst_r, uint8_t *dst_g, uint8_t *dst_b,
-          const tavik_cell_seed *seeds, float *heights);
+          const struct tavik_cell_seed *seeds, float *heights);
 
 #endif

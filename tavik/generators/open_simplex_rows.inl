@@ -1,5 +1,6 @@
 // One number, or as many as the level's vectors hold. The compiler makes branches of a plain loop with so many choices.
 #if TAVIK_LEVEL == TAVIK_SCALAR
+constexpr size_t lanes = 1;
 using Doubles = double;
 inline double whole_part(double value) { return truncate(value); }
 inline double counting_from(double first) { return first; }
@@ -29,7 +30,7 @@ void find_places(int32_t first_x, double frequency, double scale, double y, Latt
         const Doubles truncated = whole_part(value);
         return truncated - (truncated > value ? one : zero);
     };
-    for (size_t s = 0; s < count; s += sizeof(Doubles) / sizeof(double)) {
+    for (size_t s = 0; s < count; s += lanes) {
         const Doubles x = counting_from(first_x + static_cast<double>(s)) * frequency * scale;
         const Doubles shift = (x + y) * stretch;
         const Doubles stretched_x = x + shift;

@@ -1,5 +1,6 @@
 // Four octaves at once, in the lanes of a vector.
 #if TAVIK_LEVEL == TAVIK_SCALAR
+constexpr size_t lanes = 1;
 using Floats = float;
 using Longs = int32_t;
 using Words = uint32_t;
@@ -7,6 +8,7 @@ inline int32_t truncated(float value) { return truncate(value); }
 inline float as_float(int32_t value) { return static_cast<float>(value); }
 inline float magnitude(float value) { return std::fabs(value); }
 #else
+constexpr size_t lanes = 4;
 using Floats = float __attribute__((vector_size(16)));
 using Longs = int32_t __attribute__((vector_size(16)));
 using Words = uint32_t __attribute__((vector_size(16)));
@@ -49,7 +51,6 @@ inline Floats value_noise(const Floats &x, const Floats &y) {
 
 // The octaves of the first frequency, twice, four and eight times it.
 void octave_values(float x, float y, float first_frequency, float *values) {
-    constexpr size_t lanes = sizeof(Floats) / sizeof(float);
     float frequencies[octaves_at_once];
     for (float &frequency : frequencies) {
         frequency = first_frequency;
