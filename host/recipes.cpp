@@ -3,11 +3,9 @@
 namespace gallery {
 
 std::vector<Family> families() {
-    return {tone_family(),     colour_family(), blend_family(),   composite_family(), filters_family(), dither_family(),
-            lighting_family(), raster_family(), convert_family(), memops_family(),    scalar_family(),  frame_family()};
-    return {tone_family(),    colour_family(),     blend_family(),     composite_family(),
-            filters_family(), generators_family(), gradients_family(), dither_family(),
-            convert_family(), memops_family(),     scalar_family(),    frame_family()};
+    return {tone_family(),       colour_family(),    blend_family(),  composite_family(), filters_family(),
+            generators_family(), gradients_family(), dither_family(), lighting_family(),  raster_family(),
+            convert_family(),    memops_family(),    scalar_family(), frame_family()};
 }
 
 } // namespace gallery
