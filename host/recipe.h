@@ -35,6 +35,8 @@ Family resample_family();
 Family scalar_family();
 Family dither_family();
 Family clouds_family();
+Family generators_family();
+Family gradients_family();
 Family paint_family();
 Family frame_family();
 

@@ -1,4 +1,4 @@
-#include "tavik/generators/clouds.h"
+#include "tavik/generators/generators.h"
 
 #include <algorithm>
 #include <array>

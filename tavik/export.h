@@ -1,5 +1,5 @@
 // Linkage of every exported function: C names, callee-pops frames on 32-bit x86 Windows, the platform's
-// own convention elsewhere. The headers are C99 and C++.
+// own convention elsewhere. One export takes its argument in a register there. The headers are C99 and C++.
 #ifndef TAVIK_EXPORT_H
 #define TAVIK_EXPORT_H
 
@@ -13,8 +13,10 @@
 
 #if defined(_WIN32) && (defined(__i386__) || defined(_M_IX86))
 #define TAVIK_CALL __stdcall
+#define TAVIK_REGISTER_CALL __fastcall
 #else
 #define TAVIK_CALL
+#define TAVIK_REGISTER_CALL
 #endif
 
 #if defined(__GNUC__) && !defined(_WIN32)
@@ -31,5 +33,6 @@
 #endif
 
 #define TAVIK_EXPORT(type) TAVIK_C_LINKAGE TAVIK_VISIBLE type TAVIK_CALL
+#define TAVIK_REGISTER_EXPORT(type) TAVIK_C_LINKAGE TAVIK_VISIBLE type TAVIK_REGISTER_CALL
 
 #endif

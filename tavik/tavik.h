@@ -8,7 +8,7 @@
 #include "tavik/dither/dither.h"
 #include "tavik/filters/filters.h"
 #include "tavik/frame/frame.h"
-#include "tavik/generators/clouds.h"
+#include "tavik/generators/generators.h"
 #include "tavik/lighting/lighting.h"
 #include "tavik/memops/memops.h"
 #include "tavik/paint/paint.h"

@@ -2,7 +2,7 @@
 file(STRINGS ${EXPORTS} lines REGEX "@")
 set(listed "")
 foreach(line IN LISTS lines)
-  if(line MATCHES "^ *([A-Za-z_0-9]+)@[0-9]+$")
+  if(line MATCHES "^ *@?([A-Za-z_0-9]+)@[0-9]+$")
     list(APPEND listed ${CMAKE_MATCH_1})
   endif()
 endforeach()

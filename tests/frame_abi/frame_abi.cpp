@@ -65,17 +65,23 @@ struct FrameCase {
     uint32_t listed_bytes;
     void (*add_arguments)(Arguments &arguments);
     bool returns_float;
+    bool first_in_register;
 };
 
 template <class Function> struct Frame;
 template <class Result, class... Argument> struct Frame<Result __stdcall(Argument...)> {
     static void add_arguments(Arguments &arguments) { (arguments.add<Argument>(), ...); }
     static constexpr bool returns_float = std::is_floating_point_v<Result>;
+    static constexpr bool first_in_register = false;
+};
+template <class Result> struct Frame<Result __fastcall(int32_t)> : Frame<Result __stdcall(int32_t)> {
+    static constexpr bool first_in_register = true;
 };
 
 const FrameCase cases[] = {
 #define FRAME_CASE(name, bytes)                                                                                        \
-    {#name, bytes, Frame<decltype(name)>::add_arguments, Frame<decltype(name)>::returns_float},
+    {#name, bytes, Frame<decltype(name)>::add_arguments, Frame<decltype(name)>::returns_float,                         \
+     Frame<decltype(name)>::first_in_register},
 #include "frame_cases.inc"
 };
 
@@ -101,14 +107,15 @@ TEST_P(FrameAbi, LeavesTheHostsStateAsItWas) {
         FrameCall call = {};
         call.function = function;
         call.slots = arguments.slots.data();
-        call.slot_count = static_cast<uint32_t>(arguments.slots.size());
+        call.slot_count = c.first_in_register ? 0 : static_cast<uint32_t>(arguments.slots.size());
+        call.ecx_in = arguments.slots.empty() ? 0 : arguments.slots.front();
         call.stack_offset = offset;
         // Other than any compiler's defaults: flushes denormals, double precision.
         call.mxcsr_in = 0x9FC0;
         call.control_word_in = 0x027F;
         call_through_frame(&call);
 
-        EXPECT_EQ(call.removed, c.listed_bytes);
+        EXPECT_EQ(call.removed, call.slot_count * 4);
         EXPECT_EQ(call.ebx, 0x5A5A0001U);
         EXPECT_EQ(call.esi, 0x5A5A0002U);
         EXPECT_EQ(call.edi, 0x5A5A0003U);
