@@ -189,6 +189,11 @@ TEST(Module, ExportsTheListAndNothingElse) {
     EXPECT_EQ(exports->NumberOfFunctions, listed.size());
 }
 
+TEST(Module, HasOneGreyRoutineUnderTwoNames) {
+    ASSERT_TRUE(library().loaded());
+    EXPECT_EQ(library().symbol("xColorToGrayscale"), library().symbol("xColorToGrayChannel"));
+}
+
 TEST(Module, ImportsTheSystemOnly) {
     ASSERT_TRUE(library().loaded());
     const Image image(library().base());
