@@ -111,7 +111,7 @@ class WindowSums {
     }
     void store_means(float per_sample, uint16_t *to) const {
         for (size_t i = 0; i < block_side; ++i)
-            to[i] = static_cast<uint16_t>(static_cast<int32_t>(static_cast<float>(sums[i]) * per_sample + 0.5F));
+            to[i] = static_cast<uint16_t>(truncate(static_cast<float>(sums[i]) * per_sample + 0.5F));
     }
 
   private:
