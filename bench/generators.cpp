@@ -9,6 +9,7 @@
 namespace tavik_bench {
 namespace {
 
+const std::string chain = "each position is the sum of the one before and a step";
 const std::string one_point = "one point a call; a pixel is a call";
 
 // Calls noise(x, y, i) for the point of each pixel.
@@ -84,8 +85,8 @@ const Case cases[] = {
      }},
     {"xOpenSimplex, 1 octave", {.bytes = 1, .parallel = true}, open_simplex<1>},
     {"xOpenSimplex, 4 octaves", {.bytes = 1, .parallel = true}, open_simplex<4>},
-    {"fastLinearGradient", {.bytes = 3, .parallel = true}, fast_linear<0, 0>},
-    {"fastLinearGradient, alpha", {.bytes = 6, .parallel = true}, fast_linear<0, 1>},
+    {"fastLinearGradient", {.bytes = 3, .parallel = true, .note = chain}, fast_linear<0, 0>},
+    {"fastLinearGradient, alpha", {.bytes = 6, .parallel = true, .note = chain}, fast_linear<0, 1>},
     {"fastLinearGradient, blend table and alpha",
      {.bytes = 6, .parallel = true, .note = "three look-ups in 64 KiB a pixel"},
      fast_linear<1, 1>},
@@ -104,7 +105,7 @@ const Case cases[] = {
          xRenderCircularTo(99, 99, 0, 0, p.width, p.height, last, p.floats, p.to_r, p.to_g, p.to_b, p.r, p.g, p.b);
      }},
     {"xRenderSweepTo",
-     {.bytes = 6, .parallel = true},
+     {.bytes = 6, .parallel = true, .note = "the runtime's atan2 takes most of the time"},
      [](const Picture &p) {
          xRenderSweepTo(99, 99, 99, 600, 2, p.width, p.height, last, p.floats, p.to_r, p.to_g, p.to_b, p.r, p.g, p.b);
      }},

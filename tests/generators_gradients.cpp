@@ -45,15 +45,18 @@ struct Scene {
             for (const uint8_t value : plane) hash = (hash ^ value) * 16777619U;
         return hash;
     }
+    // Calls gradient(sources, destinations, tables, blend table).
+    template <class Gradient> void fill(const Gradient &gradient) {
+        gradient(src[0].data(), src[1].data(), src[2].data(), dst[0].data(), dst[1].data(), dst[2].data(),
+                 tables[0].data(), tables[1].data(), tables[2].data(), alpha.data(), blend.data());
+    }
     void linear(float step_y, float step_x, float start, int32_t use_blend, int32_t use_alpha) {
-        fastLinearGradient(step_y, step_x, start, width - 1, rows, use_blend, use_alpha, src[0].data(), src[1].data(),
-                           src[2].data(), dst[0].data(), dst[1].data(), dst[2].data(), tables[0].data(),
-                           tables[1].data(), tables[2].data(), alpha.data(), blend.data(), 0);
+        fill([&](auto... rest) {
+            fastLinearGradient(step_y, step_x, start, width - 1, rows, use_blend, use_alpha, rest..., 0);
+        });
     }
     void circular(int32_t cx, int32_t cy, int32_t radius, int32_t use_blend) {
-        fastCircularGradient(width - 1, rows, cx, cy, radius, use_blend, src[0].data(), src[1].data(), src[2].data(),
-                             dst[0].data(), dst[1].data(), dst[2].data(), tables[0].data(), tables[1].data(),
-                             tables[2].data(), alpha.data(), blend.data());
+        fill([&](auto... rest) { fastCircularGradient(width - 1, rows, cx, cy, radius, use_blend, rest...); });
     }
 };
 
@@ -112,9 +115,9 @@ TEST(Gradients, CircularSkipsWhatIsInvisible) {
     EXPECT_EQ(scene.dst, Scene().dst);
 }
 
-// Runs render(table, n, dst, src) with a table of n + 1 noisy colours.
+// Runs render(n, table, destinations, sources) with a table of n + 1 noisy colours.
 template <class Render> uint32_t fold_rendered(bool opaque, const Render &render) {
-    constexpr uint32_t n = 20;
+    constexpr int32_t n = 20;
     Scene scene;
     std::vector<float> table;
     for (uint32_t component = 4; component < 8; ++component) {
@@ -123,23 +126,15 @@ template <class Render> uint32_t fold_rendered(bool opaque, const Render &render
             table.push_back(component == 7 && (opaque || value > 200) ? 255.0F : static_cast<float>(value));
         }
     }
-    render(table.data(), static_cast<int32_t>(n), scene.dst, scene.src);
+    render(n, table.data(), scene.dst[0].data(), scene.dst[1].data(), scene.dst[2].data(), scene.src[0].data(),
+           scene.src[1].data(), scene.src[2].data());
     return scene.fold();
 }
 
 TEST(Gradients, FloatTablesAreInterpolated) {
-    const auto linear = [](const float *table, int32_t n, Planes &dst, const Planes &src) {
-        xRenderLinearTo(0.713F, -1.37F, -3.2F, width, rows, n, table, dst[0].data(), dst[1].data(), dst[2].data(),
-                        src[0].data(), src[1].data(), src[2].data());
-    };
-    const auto circular = [](const float *table, int32_t n, Planes &dst, const Planes &src) {
-        xRenderCircularTo(31.3F, 4.6F, 0, 0, width, rows, n, table, dst[0].data(), dst[1].data(), dst[2].data(),
-                          src[0].data(), src[1].data(), src[2].data());
-    };
-    const auto sweep = [](const float *table, int32_t n, Planes &dst, const Planes &src) {
-        xRenderSweepTo(31, 4, 40.5F, -7.25F, 1.5F, width, rows, n, table, dst[0].data(), dst[1].data(), dst[2].data(),
-                       src[0].data(), src[1].data(), src[2].data());
-    };
+    const auto linear = [](auto... rest) { xRenderLinearTo(0.713F, -1.37F, -3.2F, width, rows, rest...); };
+    const auto circular = [](auto... rest) { xRenderCircularTo(31.3F, 4.6F, 0, 0, width, rows, rest...); };
+    const auto sweep = [](auto... rest) { xRenderSweepTo(31, 4, 40.5F, -7.25F, 1.5F, width, rows, rest...); };
     EXPECT_EQ(fold_rendered(false, linear), 0xCB9E09AAU);
     EXPECT_EQ(fold_rendered(true, linear), 0x32524958U);
     EXPECT_EQ(fold_rendered(false, circular), 0x64F3F300U);
@@ -191,39 +186,38 @@ TEST(Gradients, MapRecoloursABandByBrightness) {
     }
 }
 
-// Three sources, and three destinations that may be the same planes.
-struct Images {
-    uint8_t *src[3];
-    uint8_t *dst[3];
-    Images(Workspace &w, std::size_t count) {
-        for (uint8_t *&plane : src) plane = w.buffer(count);
-        for (std::size_t c = 0; c < 3; ++c) dst[c] = w.result_of(src[c], count);
-    }
-};
-
-// The last column is never touched, the last row's ends the planes.
-std::size_t without_last_column(const Workspace &w) { return w.count() + static_cast<std::size_t>(w.height) - 1; }
+// Fast gradients never touch the last column, nor the last row's end.
+template <class Gradient> void run_fast(Workspace &w, const Gradient &gradient) {
+    const std::size_t count = w.count() + static_cast<std::size_t>(w.height) - 1;
+    uint8_t *planes[6];
+    for (uint8_t *&plane : planes) plane = w.buffer(count);
+    uint8_t *tables[4];
+    for (uint8_t *&table : tables) table = w.buffer(256);
+    gradient(planes[0], planes[1], planes[2], planes[3], planes[4], planes[5], tables[0], tables[1], tables[2],
+             tables[3], w.buffer(65536));
+}
 
 template <int32_t blend, int32_t alpha> void run_linear(Workspace &w) {
-    // In place the destination's last column would be the source's: separate planes.
-    const std::size_t count = without_last_column(w);
-    uint8_t *src[3] = {w.buffer(count), w.buffer(count), w.buffer(count)};
-    uint8_t *dst[3] = {w.buffer(count), w.buffer(count), w.buffer(count)};
-    fastLinearGradient(w.real(-3, 3), w.real(-2, 0), w.real(-300, 100), w.width, w.height, blend, alpha, src[0], src[1],
-                       src[2], dst[0], dst[1], dst[2], w.buffer(256), w.buffer(256), w.buffer(256), w.buffer(256),
-                       w.buffer(65536), 0);
+    run_fast(w, [&](auto... rest) {
+        fastLinearGradient(w.real(-3, 3), w.real(-2, 0), w.real(-300, 100), w.width, w.height, blend, alpha, rest...,
+                           0);
+    });
 }
 
 template <int32_t blend> void run_circular(Workspace &w) {
-    const std::size_t count = without_last_column(w);
-    uint8_t *src[3] = {w.buffer(count), w.buffer(count), w.buffer(count)};
-    uint8_t *dst[3] = {w.buffer(count), w.buffer(count), w.buffer(count)};
-    fastCircularGradient(w.width, w.height, w.integer(-20, w.width), w.integer(-20, w.height), w.integer(1, 300), blend,
-                         src[0], src[1], src[2], dst[0], dst[1], dst[2], w.buffer(256), w.buffer(256), w.buffer(256),
-                         w.buffer(256), w.buffer(65536));
+    run_fast(w, [&](auto... rest) {
+        fastCircularGradient(w.width, w.height, w.integer(-20, w.width), w.integer(-20, w.height), w.integer(1, 300),
+                             blend, rest...);
+    });
 }
 
-constexpr int32_t last_index = 100;
+template <class Render> void run_rendered(Workspace &w, const Render &render) {
+    constexpr int32_t n = 100;
+    uint8_t *src[3] = {w.buffer(w.count()), w.buffer(w.count()), w.buffer(w.count())};
+    uint8_t *dst[3];
+    for (std::size_t c = 0; c < 3; ++c) dst[c] = w.result_of(src[c], w.count());
+    render(n, w.floats(4 * (n + 1), 0, 300), dst[0], dst[1], dst[2], src[0], src[1], src[2]);
+}
 
 const BulkCase cases[] = {
     {"fastLinearGradient", run_linear<0, 0>},
@@ -234,26 +228,17 @@ const BulkCase cases[] = {
     {"fastCircularGradient_blend", run_circular<1>},
     {"xRenderLinearTo",
      [](Workspace &w) {
-         const Images i(w, w.count());
-         float *table = w.floats(4 * (last_index + 1), 0, 300);
-         xRenderLinearTo(w.real(-3, 3), w.real(-3, 3), w.real(-5, 90), w.width, w.height, last_index, table, i.dst[0],
-                         i.dst[1], i.dst[2], i.src[0], i.src[1], i.src[2]);
+         run_rendered(w, [&](auto... rest) { xRenderLinearTo(0.7F, -0.3F, 5, w.width, w.height, rest...); });
      },
      true},
     {"xRenderCircularTo",
      [](Workspace &w) {
-         const Images i(w, w.count());
-         float *table = w.floats(4 * (last_index + 1), 0, 300);
-         xRenderCircularTo(w.real(-9, 90), w.real(-9, 90), 0, 0, w.width, w.height, last_index, table, i.dst[0],
-                           i.dst[1], i.dst[2], i.src[0], i.src[1], i.src[2]);
+         run_rendered(w, [&](auto... rest) { xRenderCircularTo(40.3F, 7, 0, 0, w.width, w.height, rest...); });
      },
      true},
     {"xRenderSweepTo",
      [](Workspace &w) {
-         const Images i(w, w.count());
-         float *table = w.floats(4 * (last_index + 1), 0, 300);
-         xRenderSweepTo(w.real(-9, 90), w.real(-9, 90), w.real(-9, 90), w.real(-9, 90), 2, w.width, w.height,
-                        last_index, table, i.dst[0], i.dst[1], i.dst[2], i.src[0], i.src[1], i.src[2]);
+         run_rendered(w, [&](auto... rest) { xRenderSweepTo(40.3F, 7, 9, 50, 2, w.width, w.height, rest...); });
      },
      true},
     {"ApplyGradient",

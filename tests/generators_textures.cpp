@@ -255,20 +255,14 @@ TEST(Textures, HeightsBecomeDitheredGreys) {
     }
 }
 
+template <class Fill> void run_fill(Workspace &w, const Fill &fill) {
+    uint8_t *dst[3] = {w.result(w.count()), w.result(w.count()), w.result(w.count())};
+    fill(1, 2, 3, 4, 5, 6, w.width, w.height, dst[0], dst[1], dst[2]);
+}
+
 const BulkCase cases[] = {
-    {"xbrick",
-     [](Workspace &w) {
-         const float brick = w.real(1, 60);
-         const float mortar = w.real(1, 6);
-         uint8_t *dst[3] = {w.result(w.count()), w.result(w.count()), w.result(w.count())};
-         xbrick(brick, mortar, 1, 2, 3, 4, 5, 6, w.width, w.height, dst[0], dst[1], dst[2]);
-     }},
-    {"xcheckerboard",
-     [](Workspace &w) {
-         const int32_t cell = w.integer(1, 40);
-         uint8_t *dst[3] = {w.result(w.count()), w.result(w.count()), w.result(w.count())};
-         xcheckerboard(cell, 7, 1, 2, 3, 4, 5, 6, w.width, w.height, dst[0], dst[1], dst[2]);
-     }},
+    {"xbrick", [](Workspace &w) { run_fill(w, [](auto... rest) { xbrick(39.5F, 4, rest...); }); }},
+    {"xcheckerboard", [](Workspace &w) { run_fill(w, [](auto... rest) { xcheckerboard(9, 7, rest...); }); }},
     {"xDoWeave",
      [](Workspace &w) {
          // Neither the last row's end nor more of the tile than it has is touched.
