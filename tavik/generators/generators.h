@@ -1,4 +1,4 @@
-/* generators: noise, gradients, textures and particle clouds.
+/* generators: noise, gradients, textures, particle clouds, fractals and light.
  *
  * Pixel (x, y) has index y × width + x. Floats are single precision, rounded after each operation, and expressions are
  * evaluated from left to right; trunc goes toward zero to a 32-bit integer, and gives −2147483648 for what none
@@ -207,5 +207,55 @@ xRenderCloud(const float *particles, const float *camera, int32_t count, int32_t
 TAVIK_EXPORT(void)
 xRenderCloud_float(const float *particles, const float *camera, int32_t count, int32_t x_max, int32_t y_max,
                    float *dst0, float *dst1, float *dst2);
+
+/* --- Fractals and light: these take counts, write their whole rectangle and round to the nearest byte; their patterns
+ * are functions of the place and a seed, the same on every thread and machine --- */
+
+/* Draws the Mandelbrot set in double precision with continuous colours (parallel by rows).
+ *   centre_re, centre_im   the number in the middle of the picture;  step   from pixel to pixel
+ *   max_iter               iterations of z = z² + c from 0; a point has left when |z|² is above 65536
+ *   colour_step            table entries per iteration, of n − log2(log2|z| / 8) after n iterations; the tables repeat
+ *   inside                 packed colour 0x00BBGGRR of what has not left
+ *   table_*                256 bytes each, interpolated */
+TAVIK_EXPORT(void)
+DoMandel(int32_t width, int32_t height, double centre_re, double centre_im, double step, int32_t max_iter,
+         float colour_step, int32_t inside, const uint8_t *table_r, const uint8_t *table_g, const uint8_t *table_b,
+         uint8_t *dst_r, uint8_t *dst_g, uint8_t *dst_b);
+
+/* DoMandel in single precision with flat bands: entry n & 255 of the tables after n iterations, when |z|² is above 4
+ * (parallel by rows). */
+TAVIK_EXPORT(void)
+DoFastMandel(int32_t width, int32_t height, float centre_re, float centre_im, float step, int32_t max_iter,
+             int32_t inside, const uint8_t *table_r, const uint8_t *table_g, const uint8_t *table_b, uint8_t *dst_r,
+             uint8_t *dst_g, uint8_t *dst_b);
+
+/* Adds a burst of light with rays to three planes, in place (serial). Pixels outside the radius stay as they were.
+ *   rays                how many, 1 or more; their lengths are smooth noise over the angle
+ *   red, green, blue    0 .. 255; light is screened over the picture, and turns white where it is above 1
+ *   intensity           1 or so */
+TAVIK_EXPORT(void)
+xNova(int32_t width, int32_t height, float cx, float cy, float radius, int32_t rays, int32_t seed, float red,
+      float green, float blue, float intensity, uint8_t *plane_r, uint8_t *plane_g, uint8_t *plane_b);
+
+/* xNova in parallel by rows. */
+TAVIK_EXPORT(void)
+p_Nova(int32_t width, int32_t height, float cx, float cy, float radius, int32_t rays, int32_t seed, float red,
+       float green, float blue, float intensity, uint8_t *plane_r, uint8_t *plane_g, uint8_t *plane_b);
+
+/* Draws random streaks over three planes, in place: rain, brushed metal, speed lines (serial).
+ *   degrees            their direction, clockwise on the screen from the right; they brighten slowly along it and end
+ *                      quickly
+ *   length, spacing    pixels of the cells along and across the direction, above 0
+ *   density            the share of cells with a streak, 0 .. 1
+ *   red, green, blue   0 .. 255;  opacity   0 .. 1 */
+TAVIK_EXPORT(void)
+xRandomStreaks(int32_t width, int32_t height, float degrees, float length, float spacing, float density, int32_t seed,
+               float red, float green, float blue, float opacity, uint8_t *plane_r, uint8_t *plane_g, uint8_t *plane_b);
+
+/* xRandomStreaks in parallel by rows. */
+TAVIK_EXPORT(void)
+p_RandomStreaks(int32_t width, int32_t height, float degrees, float length, float spacing, float density, int32_t seed,
+                float red, float green, float blue, float opacity, uint8_t *plane_r, uint8_t *plane_g,
+                uint8_t *plane_b);
 
 #endif
