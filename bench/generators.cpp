@@ -139,6 +139,29 @@ const Case cases[] = {
          xcellular(p.width, p.height, grid(p.width, cell), grid(p.height, cell), cone, 0, 2, 0, 0, p.to_r, p.to_g,
                    p.to_b, seeds, zeroed_heights(p));
      }},
+    {"DoMandel, the whole set",
+     {.bytes = 3, .parallel = true, .note = "up to 100 iterations a pixel"},
+     [](const Picture &p) {
+         DoMandel(p.width, p.height, -0.65, 0, 3.2 / p.width, 100, 4, 0, p.table, p.table, p.table, p.to_r, p.to_g,
+                  p.to_b);
+     }},
+    {"DoFastMandel, the whole set",
+     {.bytes = 3, .parallel = true, .note = "up to 100 iterations a pixel"},
+     [](const Picture &p) {
+         DoFastMandel(p.width, p.height, -0.65F, 0, 3.2F / static_cast<float>(p.width), 100, 0, p.table, p.table,
+                      p.table, p.to_r, p.to_g, p.to_b);
+     }},
+    {"p_Nova",
+     {.bytes = 6, .parallel = true},
+     [](const Picture &p) {
+         p_Nova(p.width, p.height, static_cast<float>(p.width) / 2, static_cast<float>(p.height) / 2,
+                static_cast<float>(p.width), 48, 1, 255, 200, 90, 0.01F, p.to_r, p.to_g, p.to_b);
+     }},
+    {"p_RandomStreaks",
+     {.bytes = 6, .parallel = true},
+     [](const Picture &p) {
+         p_RandomStreaks(p.width, p.height, 78, 60, 4, 0.35F, 1, 200, 220, 255, 0.5F, p.to_r, p.to_g, p.to_b);
+     }},
 };
 
 const Family family("generators", cases);

@@ -37,6 +37,8 @@ Family dither_family();
 Family clouds_family();
 Family generators_family();
 Family gradients_family();
+Family fractals_family();
+Family terrain_family();
 Family paint_family();
 Family frame_family();
 

@@ -7,65 +7,14 @@
 
 #include "host/drawing.h"
 #include "host/run.h"
+#include "host/space.h"
 
 namespace gallery {
 namespace {
 
-using Matrix = std::array<float, 16>;
 using Vector = std::array<float, 3>;
 
 constexpr Colour night = {20, 24, 38};
-
-// A view from above the horizon, turned about the vertical axis: x' and y' are the axes of the turn, the eye is
-// `distance` away. The angles come as cosine and sine.
-Matrix view_of(float turn_cos, float turn_sin, float tilt_cos, float tilt_sin, float distance, float zoom,
-               float aspect) {
-    // Rows of the camera's axes: right, up (y down in the model), forward.
-    const Vector right = {turn_cos, turn_sin, 0};
-    const Vector up = {tilt_sin * turn_sin, -tilt_sin * turn_cos, tilt_cos};
-    const Vector forward = {tilt_cos * turn_sin, -tilt_cos * turn_cos, -tilt_sin};
-    const float near = distance * 0.2F;
-    const float far = distance * 3;
-    const float scale = (far + near) / (far - near);
-    Matrix m = {};
-    for (std::size_t axis = 0; axis < 3; ++axis) {
-        m[4 * axis] = right[axis] * zoom;
-        m[4 * axis + 1] = up[axis] * zoom * aspect;
-        m[4 * axis + 2] = forward[axis] * scale;
-        m[4 * axis + 3] = forward[axis];
-    }
-    m[14] = distance * scale - 2 * far * near / (far - near);
-    m[15] = distance;
-    return m;
-}
-
-struct Canvas {
-    Image &image;
-    std::vector<float> depth;
-
-    explicit Canvas(Image &target) : image(target), depth(static_cast<std::size_t>(target.pixel_count()), 1e9F) {}
-
-    tavik_triangle triangle() {
-        tavik_triangle t = {};
-        t.x_limit = image.x_max();
-        t.y_limit = image.height;
-        t.plane_r = image.red.data();
-        t.plane_g = image.green.data();
-        t.plane_b = image.blue.data();
-        t.depth = depth.data();
-        return t;
-    }
-
-    // The depth plane in greys, the nearest white.
-    Image picture_of_depth(float nearest, float farthest) const {
-        Image grey(image.width, image.height);
-        for (std::size_t i = 0; i < depth.size(); ++i) {
-            const float share = (farthest - depth[i]) / (farthest - nearest);
-            grey.red[i] = grey.green[i] = grey.blue[i] = static_cast<uint8_t>(std::clamp(share * 255.0F, 0.0F, 255.0F));
-        }
-        return grey;
-    }
-};
 
 void height_field(Run &run) {
     constexpr int32_t width = 600;
@@ -85,8 +34,8 @@ void height_field(Run &run) {
     }
     run.label("heights", heights);
     const auto extent = static_cast<float>(photo.width);
-    const std::array<Matrix, 2> views = {view_of(0.9F, 0.43589F, 0.8F, 0.6F, extent * 1.5F, 2.2F, 10.0F / 7),
-                                         view_of(0.6F, -0.8F, 0.6F, 0.8F, extent * 1.5F, 2.0F, 10.0F / 7)};
+    const std::array<Matrix, 2> views = {view_from({0.9F, 0.43589F, 0.8F, 0.6F, extent * 1.5F, 2.2F, 10.0F / 7}),
+                                         view_from({0.6F, -0.8F, 0.6F, 0.8F, extent * 1.5F, 2.0F, 10.0F / 7})};
     run.label("views", views);
     Image &picture = run.draw_on(2 * width, 2 * height, night);
     std::vector<tavik_mesh_vertex> grid(static_cast<std::size_t>(photo.pixel_count()));
@@ -107,11 +56,7 @@ void height_field(Run &run) {
         }
         const auto top = static_cast<int32_t>(view) * height;
         paste(picture, screen, 0, top);
-        std::vector<float> depths;
-        std::copy_if(canvas.depth.begin(), canvas.depth.end(), std::back_inserter(depths),
-                     [](float z) { return z < 1; });
-        const auto [nearest, farthest] = std::minmax_element(depths.begin(), depths.end());
-        paste(picture, canvas.picture_of_depth(*nearest, *farthest), width, top);
+        paste(picture, canvas.picture_of_depth(), width, top);
     }
 }
 
@@ -253,7 +198,7 @@ void points(Run &run) {
             places.push_back(static_cast<float>(sample) - 127.5F);
         colours.push_back(uint32_t{photo.red[at]} | uint32_t{photo.green[at]} << 8 | uint32_t{photo.blue[at]} << 16);
     }
-    const Matrix view = view_of(0.8F, 0.6F, 0.87F, 0.49F, 560, 3.2F, 1);
+    const Matrix view = view_from({0.8F, 0.6F, 0.87F, 0.49F, 560, 3.2F, 1});
     run.label("places", places);
     run.label("colours", colours);
     run.label("view", view);
