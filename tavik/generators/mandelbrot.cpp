@@ -23,6 +23,9 @@ template <class Real> struct Escape {
 
 namespace {
 
+constexpr PerLevel<void(const float *squares, const int32_t *iterations, float colour_step, int32_t *indices,
+                        float *parts, std::size_t count)>
+    find_smooth_places = TAVIK_EVERY_LEVEL(find_smooth_places);
 template <class Real>
 using EscapeRow = void(const Real *re, Real im, int32_t limit, Escape<Real> *escapes, std::size_t count);
 constexpr PerLevel<EscapeRow<double>> escape_doubles = TAVIK_EVERY_LEVEL(escape_doubles);
@@ -63,27 +66,51 @@ bool in_largest_parts(double re, double im) {
     return q * (q + k) <= 0.25 * i2 || b * b + i2 <= 0.0625;
 }
 
-// Continuous over the escape's whole number of iterations.
-void set_smooth_colour(const Escape<double> &escape, float colour_step, const Tables &tables, const Planes &planes,
-                       std::size_t at) {
-    const float beyond = log2_of_normal(log2_of_normal(static_cast<float>(escape.square)) * 0.0625F);
-    const float place = (static_cast<float>(escape.iterations) - beyond) * colour_step;
-    const float held = place > 0 ? place : 0.0F;
-    const float wrapped = held - 256.0F * static_cast<float>(floor_to_int(held * 0.00390625F));
-    const int32_t index = truncate(wrapped);
-    const float part = wrapped - static_cast<float>(index);
-    for (std::size_t i = 0; i < 3; ++i) {
-        const auto first = static_cast<float>(tables.channels[i][index & 255]);
-        const auto second = static_cast<float>(tables.channels[i][wrap_add(index, 1) & 255]);
-        planes.channels[i][at] = round_to_byte((second - first) * part + first);
+constexpr std::size_t longest_run = 256;
+
+// The points of a run that are not known to stay inside, by their places in the planes.
+struct Candidates {
+    std::array<double, longest_run> re;
+    std::array<std::size_t, longest_run> at;
+    std::size_t count = 0;
+
+    void add(double number, std::size_t place) {
+        re[count] = number;
+        at[count++] = place;
+    }
+};
+
+void colour_smoothly(const Candidates &points, const std::array<Escape<double>, longest_run> &escapes, int32_t max_iter,
+                     float colour_step, uint32_t inside, const Tables &tables, const Planes &planes) {
+    std::array<float, longest_run> squares;
+    std::array<int32_t, longest_run> iterations;
+    for (std::size_t i = 0; i < points.count; ++i) {
+        squares[i] = static_cast<float>(escapes[i].square);
+        iterations[i] = escapes[i].iterations;
+    }
+    std::array<int32_t, longest_run> indices;
+    std::array<float, longest_run> parts;
+    find_smooth_places.active()(squares.data(), iterations.data(), colour_step, indices.data(), parts.data(),
+                                points.count);
+    for (std::size_t i = 0; i < points.count; ++i) {
+        if (iterations[i] >= max_iter) {
+            planes.set(points.at[i], inside);
+            continue;
+        }
+        for (std::size_t channel = 0; channel < 3; ++channel) {
+            const uint8_t *table = tables.channels[channel];
+            const auto first = static_cast<float>(table[indices[i] & 255]);
+            const auto second = static_cast<float>(table[wrap_add(indices[i], 1) & 255]);
+            planes.channels[channel][points.at[i]] = round_to_byte((second - first) * parts[i] + first);
+        }
     }
 }
 
 // Calls body(re, im, count, at) for runs of points, in parallel rows: each is worth a thread.
 template <class Real, class Body> void for_each_run(const View<Real> &view, const Body &body) {
-    constexpr int32_t run = 256;
+    constexpr auto run = static_cast<int32_t>(longest_run);
     parallel_for(0, view.height, 1, [&](int32_t begin, int32_t end) {
-        std::array<Real, run> re;
+        std::array<Real, longest_run> re;
         for (int32_t y = begin; y < end; ++y) {
             for (int32_t x = 0; x < view.width; x += run) {
                 const int32_t count = std::min(run, view.width - x);
@@ -103,29 +130,19 @@ DoMandel(int32_t width, int32_t height, double centre_re, double centre_im, doub
          uint8_t *dst_r, uint8_t *dst_g, uint8_t *dst_b) {
     const Tables tables = {{table_r, table_g, table_b}};
     const Planes planes = {{dst_r, dst_g, dst_b}};
-    for_each_run<double>({width, height, centre_re, centre_im, step},
-                         [&](const double *re, double im, std::size_t count, std::size_t at) {
-                             // Points of the largest parts are passed over; the others move together.
-                             std::array<double, 256> candidates;
-                             std::array<std::size_t, 256> places;
-                             std::size_t found = 0;
-                             for (std::size_t i = 0; i < count; ++i) {
-                                 if (in_largest_parts(re[i], im)) {
-                                     planes.set(at + i, static_cast<uint32_t>(inside));
-                                 } else {
-                                     candidates[found] = re[i];
-                                     places[found++] = at + i;
-                                 }
-                             }
-                             std::array<Escape<double>, 256> escapes;
-                             escape_doubles.active()(candidates.data(), im, max_iter, escapes.data(), found);
-                             for (std::size_t i = 0; i < found; ++i) {
-                                 if (escapes[i].iterations < max_iter)
-                                     set_smooth_colour(escapes[i], colour_step, tables, planes, places[i]);
-                                 else
-                                     planes.set(places[i], static_cast<uint32_t>(inside));
-                             }
-                         });
+    for_each_run<double>({width, height, centre_re, centre_im, step}, [&](const double *re, double im,
+                                                                          std::size_t count, std::size_t at) {
+        Candidates points;
+        for (std::size_t i = 0; i < count; ++i) {
+            if (in_largest_parts(re[i], im))
+                planes.set(at + i, static_cast<uint32_t>(inside));
+            else
+                points.add(re[i], at + i);
+        }
+        std::array<Escape<double>, longest_run> escapes;
+        escape_doubles.active()(points.re.data(), im, max_iter, escapes.data(), points.count);
+        colour_smoothly(points, escapes, max_iter, colour_step, static_cast<uint32_t>(inside), tables, planes);
+    });
 }
 
 TAVIK_EXPORT(void)
@@ -135,7 +152,7 @@ DoFastMandel(int32_t width, int32_t height, float centre_re, float centre_im, fl
     const Planes planes = {{dst_r, dst_g, dst_b}};
     for_each_run<float>({width, height, centre_re, centre_im, step},
                         [&](const float *re, float im, std::size_t count, std::size_t at) {
-                            std::array<Escape<float>, 256> escapes;
+                            std::array<Escape<float>, longest_run> escapes;
                             escape_floats.active()(re, im, max_iter, escapes.data(), count);
                             for (std::size_t i = 0; i < count; ++i) {
                                 const int32_t n = escapes[i].iterations;
