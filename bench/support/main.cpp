@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "bench/support/cases.h"
+#include "bench/support/equivalents.h"
 #include "bench/support/table.h"
 #include "tests/support/vector_level.h"
 
@@ -66,7 +67,7 @@ class Measurements {
         for (Size &size : sizes) {
             const std::size_t line = table.add(subject("reference", copy_plane, size, false));
             add("reference/" + copy_plane.name + '/' + size.name, copy_plane, size, line,
-                {tavik::supported_level(), false, false});
+                {tavik::supported_level(), false, false}, Table::Part::level);
         }
     }
 
@@ -94,19 +95,29 @@ class Measurements {
         const std::size_t line = table.add(what);
         const std::string name = what.family + '/' + what.name + '/' + what.size + '/';
         for (const auto level : tavik_test::supported_levels())
-            add(name + std::string(tavik_test::name_of(level)), item, size, line, {level, in_place, false});
-        if (item.traits.parallel && !in_place)
-            add(name + "parallel", item, size, line, {tavik::supported_level(), false, true});
+            add(name + std::string(tavik_test::name_of(level)), item, size, line, {level, in_place, false},
+                Table::Part::level);
+        if (in_place) return;
+        if (item.traits.parallel)
+            add(name + "parallel", item, size, line, {tavik::supported_level(), false, true}, Table::Part::all_threads);
+        for (const Equivalent &equivalent : equivalents()) {
+            if (equivalent.case_name != item.name) continue;
+            const Case &other = others.emplace_back(Case{equivalent.name, item.traits, equivalent.call});
+            table.compare(line, equivalent.name);
+            add(name + "equivalent", other, size, line, {tavik::supported_level(), false, false},
+                Table::Part::equivalent);
+        }
     }
 
-    void add(const std::string &name, const Case &item, Size &size, std::size_t line, Way way) {
-        table.expect(name, line, way.level, way.all_threads);
+    void add(const std::string &name, const Case &item, Size &size, std::size_t line, Way way, Table::Part part) {
+        table.expect(name, line, way.level, part);
         benchmark::RegisterBenchmark(
             name.c_str(), [&item, &size, way](benchmark::State &state) { measure(state, item, size.buffers, way); });
     }
 
     Table &table;
     std::deque<Size> &sizes;
+    std::deque<Case> others; // the equivalents, which stay where they are
 };
 
 // Repetitions in random order spread a disturbance over all levels. Later arguments replace earlier ones.

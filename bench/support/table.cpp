@@ -45,8 +45,8 @@ std::size_t Table::add(const Subject &subject) {
     return lines.size() - 1;
 }
 
-void Table::expect(const std::string &benchmark, std::size_t line, tavik::VectorLevel level, bool all_threads) {
-    expected.emplace(benchmark, Cell{line, level, all_threads});
+void Table::expect(const std::string &benchmark, std::size_t line, tavik::VectorLevel level, Part part) {
+    expected.emplace(benchmark, Cell{line, level, part});
 }
 
 bool Table::ReportContext(const Context & /*context*/) {
@@ -68,13 +68,18 @@ void Table::ReportRuns(const std::vector<Run> &runs) {
     const Cell &cell = expected.at(runs.front().run_name.function_name);
     Line &line = lines[cell.line];
     line.measured = true;
-    if (cell.all_threads) {
+    if (cell.part == Part::all_threads) {
         line.all_threads_time = median(elapsed_times);
         return;
     }
+    // Time that the processor spends on other programs says nothing about the code.
+    const double megapixels = line.subject.pixels / median(processor_times) * 1e-6;
+    if (cell.part == Part::equivalent) {
+        line.equivalent_megapixels = megapixels;
+        return;
+    }
     const auto level = static_cast<std::size_t>(cell.level);
-    // Time that the processor spends on other programs says nothing about a level.
-    line.megapixels[level] = line.subject.pixels / median(processor_times) * 1e-6;
+    line.megapixels[level] = megapixels;
     if (level == best()) line.one_thread_time = median(elapsed_times);
 }
 
@@ -92,7 +97,8 @@ void Table::write_heading(const std::string &family) const {
         out << ' ' << tavik_test::name_of(level) << " |";
         rule += "--:|";
     }
-    out << " ratio | GB/s | of memcpy | parallel | note |\n" << rule << "--:|--:|--:|--:|---|\n";
+    out << " ratio | GB/s | of memcpy | parallel | OpenCV | × OpenCV | note |\n"
+        << rule << "--:|--:|--:|--:|--:|--:|---|\n";
 }
 
 void Table::write(const Line &line) const {
@@ -103,7 +109,10 @@ void Table::write(const Line &line) const {
     out << ' ' << number(ratio(line.megapixels[best()], line.megapixels[scalar]), 1) << " | "
         << number(line.gigabytes(), 1) << " | "
         << number(ratio(line.gigabytes(), reference_speed(line.subject.size)), 2) << " | "
-        << number(ratio(line.one_thread_time, line.all_threads_time), 2) << " | " << line.subject.note << " |\n";
+        << number(ratio(line.one_thread_time, line.all_threads_time), 2) << " | " << speed(line.equivalent_megapixels)
+        << (line.equivalent_megapixels ? " " + line.equivalent : "") << " | "
+        << number(ratio(line.megapixels[best()], line.equivalent_megapixels), 1) << " | " << line.subject.note
+        << " |\n";
 }
 
 void Table::Finalize() {
@@ -113,7 +122,9 @@ void Table::Finalize() {
                       << "- ratio: " << top << " / scalar\n- GB/s: read plus written, " << top
                       << "\n- of memcpy: that speed / the speed of memcpy on a channel plane of the same size\n"
                       << "- parallel: time on one thread / on " << benchmark::CPUInfo::Get().num_cpus
-                      << ", elapsed, best level\n";
+                      << ", elapsed, best level\n"
+                      << "- OpenCV: the call that does the same or nearly so, on one thread, and " << top
+                      << " / its speed\n";
     std::string family;
     for (const Line &line : lines) {
         if (!line.measured) continue;

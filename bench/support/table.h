@@ -30,9 +30,12 @@ class Table : public benchmark::BenchmarkReporter {
     // Adds a line; lines that nothing is measured for stay out of the table.
     std::size_t add(const Subject &subject);
 
-    // Says that the benchmark of this name measures a level of a line. `all_threads`: the worker threads help,
-    // otherwise all is done on one thread.
-    void expect(const std::string &benchmark, std::size_t line, tavik::VectorLevel level, bool all_threads);
+    // Says what of a line the benchmark of this name measures.
+    enum class Part { level, all_threads, equivalent };
+    void expect(const std::string &benchmark, std::size_t line, tavik::VectorLevel level, Part part);
+
+    // Says which call of another library the line is compared with.
+    void compare(std::size_t line, const std::string &equivalent) { lines[line].equivalent = equivalent; }
 
     bool ReportContext(const Context &context) override;
     void ReportRuns(const std::vector<Run> &runs) override;
@@ -44,6 +47,8 @@ class Table : public benchmark::BenchmarkReporter {
         std::array<std::optional<double>, tavik::vector_level_names.size()> megapixels; // per second, one thread
         std::optional<double> one_thread_time;                                          // elapsed, best level
         std::optional<double> all_threads_time;                                         // elapsed, best level
+        std::string equivalent;                                                         // of another library
+        std::optional<double> equivalent_megapixels;                                    // per second, one thread
         bool measured = false;
 
         std::optional<double> gigabytes() const; // per second, best level
@@ -52,7 +57,7 @@ class Table : public benchmark::BenchmarkReporter {
     struct Cell {
         std::size_t line;
         tavik::VectorLevel level;
-        bool all_threads;
+        Part part;
     };
 
     std::optional<double> reference_speed(const std::string &size) const;

@@ -49,9 +49,12 @@ struct Blur {
     uint16_t *blocks;
 
     std::size_t blocks_across() const { return blocks_of(width); }
+    // From one row of blocks to the next. An odd number of blocks, so that the blocks of a column lie in different sets
+    // of the caches.
+    std::size_t row_stride() const { return (blocks_across() | 1) * block_samples; }
 
     void blur_rows(const uint8_t *src, std::size_t block_row) const {
-        uint16_t *first = blocks + block_row * blocks_across() * block_samples;
+        uint16_t *first = blocks + block_row * row_stride();
         const std::size_t top = block_row * block_side;
         std::memset(first, 0, blocks_across() * block_samples * sizeof *first);
         for (std::size_t y = top; y < std::min(top + block_side, height); ++y)
@@ -62,7 +65,7 @@ struct Blur {
     }
 
     void blur_columns(uint8_t *dst, std::size_t block_column) const {
-        const Lines lines = {blocks + block_column * block_samples, height, blocks_across() * block_samples};
+        const Lines lines = {blocks + block_column * block_samples, height, row_stride()};
         blur_lines.active()(lines, radius, passes);
         const std::size_t left = block_column * block_side;
         narrow_lines.active()(lines, std::min(block_side, width - left), dst + left, width);
@@ -83,7 +86,7 @@ xBlur(int32_t width, int32_t height, int32_t radius, int32_t passes, const uint8
     struct alignas(64) CacheLine {
         uint16_t samples[32];
     };
-    const std::size_t lines = blur.blocks_across() * blocks_of(blur.height) * block_samples / 32;
+    const std::size_t lines = blur.row_stride() * blocks_of(blur.height) / 32;
     const std::unique_ptr<CacheLine[]> scratch(new (std::nothrow) CacheLine[lines]);
     if (!scratch) return;
     blur.blocks = scratch[0].samples;
