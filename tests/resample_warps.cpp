@@ -2,6 +2,7 @@
 #include <array>
 #include <cstdint>
 #include <limits>
+#include <numeric>
 #include <tuple>
 #include <vector>
 
@@ -180,6 +181,108 @@ TEST(ResampleWarps, MapsOfPoints) {
     EXPECT_EQ(Bytes(dst.r.begin(), dst.r.begin() + 3), (Bytes{2, 31, 88}));
 }
 
+std::vector<float> pyramid_of(int32_t width, int32_t height, int32_t levels, std::vector<float> pyramid) {
+    for (std::size_t start = 0; --levels > 0;) {
+        const std::size_t end = pyramid.size();
+        pyramid.resize(end + static_cast<std::size_t>((width + 1) / 2 * ((height + 1) / 2)));
+        xHalfSizeBuf(width, height, &pyramid[start], &pyramid[end]);
+        width = (width + 1) / 2;
+        height = (height + 1) / 2;
+        start = end;
+    }
+    return pyramid;
+}
+
+TEST(ResampleWarps, Pyramid) {
+    std::vector<float> plane(16);
+    std::iota(plane.begin(), plane.end(), 0.0F);
+    const std::vector<float> pyramid = pyramid_of(4, 4, 3, plane);
+    EXPECT_EQ(std::vector<float>(pyramid.begin() + 16, pyramid.end()),
+              (std::vector<float>{3.125F, 4.875F, 10.125F, 11.875F, 7.5F}));
+    for (const float value : pyramid_of(7, 5, 4, std::vector<float>(35, 0.3F))) EXPECT_EQ(value, 0.3F);
+
+    struct Place {
+        float x, y, level, trilinear, nearest;
+    };
+    for (const Place &p : {Place{1, 2, 0, 9, 9},
+                           {1.5F, 1.5F, 0, 7.5F, 10},
+                           {1.5F, 1.5F, 2, 7.5F, 7.5F},
+                           {-9, -9, 0, 0, 0},
+                           {1, 2, 0.4F, 8.925F, 9},
+                           {3, 3, 1, 11.875F, 11.875F},
+                           {3, 3, 9, 7.5F, 7.5F},
+                           {nan, 0, nan, 7.5F, 7.5F}}) {
+        EXPECT_FLOAT_EQ(xEval(p.x, p.y, p.level, 4, 4, 3, pyramid.data()), p.trilinear) << p.x << ' ' << p.level;
+        EXPECT_EQ(xFastEval(p.x, p.y, p.level, 4, 4, 3, pyramid.data()), p.nearest) << p.x << ' ' << p.level;
+    }
+
+    std::vector<float> enlarged(16);
+    xrefinementhelper(4, 4, 0, plane.data(), &pyramid[16], &pyramid[16], enlarged.data());
+    EXPECT_EQ(std::vector<float>(enlarged.begin(), enlarged.begin() + 4),
+              (std::vector<float>{3.125F, 3.5625F, 4.4375F, 4.875F}));
+    EXPECT_EQ(enlarged[12], 10.125F);
+    // In place, and on odd sizes.
+    std::vector<float> odd(521 * 3);
+    for (std::size_t i = 0; i < odd.size(); ++i) odd[i] = static_cast<float>(i * i % 255) / 7;
+    const std::vector<float> reduced = pyramid_of(521, 3, 2, odd);
+    std::vector<float> rebuilt = odd;
+    xrefinementhelper(521, 3, 1, rebuilt.data(), &reduced[odd.size()], &reduced[odd.size()], rebuilt.data());
+    EXPECT_EQ(rebuilt, odd);
+}
+
+struct Transformed {
+    Planes colour;
+    Bytes alpha = Bytes(side * side);
+
+    Transformed(const Planes &src, const std::array<float, 6> &m, int32_t background, int32_t samples) {
+        const std::array<float, 16> matrix = {m[0], m[1], nan, nan, m[2], m[3], nan, nan,
+                                              nan,  nan,  nan, nan, m[4], m[5], nan, nan};
+        GoodTransform2(src.r.data(), src.g.data(), src.b.data(), colour.r.data(), colour.g.data(), colour.b.data(),
+                       alpha.data(), side, side, side, side, matrix.data(), background, samples);
+    }
+};
+
+TEST(ResampleWarps, SoftTransform) {
+    const Transformed copied(ramp(), {1, 0, 0, 1, 0, 0}, 0, -5);
+    EXPECT_EQ(copied.colour, ramp());
+    EXPECT_EQ(copied.alpha, Bytes(side * side, 255));
+
+    const Transformed moved(ramp(), {1, 0, 0, 1, 4.5F, 0}, 0x0000C8, 2);
+    EXPECT_EQ(row_of(moved.alpha, 0), (Bytes{255, 255, 255, 255, 128, 0, 0, 0, 0}));
+    EXPECT_EQ(row_of(moved.colour.r, 0), (Bytes{45, 55, 65, 76, 140, 200, 200, 200, 200}));
+    EXPECT_EQ(moved.colour.g[8], 0);
+
+    Planes step(side * side, 0);
+    for (std::size_t i = 0; i < step.r.size(); ++i)
+        if (i % side >= 4) step.r[i] = step.g[i] = 200;
+    const Bytes stepped = row_of(Transformed(step, {1, 0, 0, 1, 0.5F, 0}, 0, 1).colour.r, 4);
+    EXPECT_EQ(stepped[3], 100);
+    EXPECT_EQ(stepped[4], 213);
+    // A quarter turn by the matrix's columns, and a reduction by three.
+    EXPECT_EQ(Transformed(ramp(), {0, 1, 1, 0, 0, 0}, 0, 1).colour.r, ramp().g);
+    const Transformed smaller(ramp(), {3, 0, 0, 3, 1, 1}, 0, 3);
+    EXPECT_EQ(row_of(smaller.colour.r, 1), (Bytes{14, 44, 74, 0, 0, 0, 0, 0, 0}));
+    EXPECT_EQ(smaller.alpha[2 * side + 2], 255);
+}
+
+TEST(ResampleWarps, SheetInSpace) {
+    const Planes src = ramp();
+    const auto turned = [&](float x, float y, float z, float distance, int32_t background) {
+        Planes dst;
+        Fast_ThreeDeePerspective(src.r.data(), src.g.data(), src.b.data(), dst.r.data(), dst.g.data(), dst.b.data(),
+                                 side, side, x, y, z, distance, background);
+        return dst;
+    };
+    EXPECT_EQ(turned(0, 0, 0, 10, 0), src);
+    EXPECT_EQ(row_of(turned(0, 0, 90, 10, 0).r, 0), (Bytes{8, 7, 6, 5, 4, 3, 2, 1, 0}));
+    EXPECT_EQ(row_of(turned(0, 0, 90, 10, 0).g, 0), (Bytes{80, 70, 60, 50, 40, 30, 20, 10, 0}));
+    EXPECT_EQ(row_of(turned(0, 180, 0, 10, 0).r, 0), (Bytes{80, 70, 60, 50, 40, 30, 20, 10, 0}));
+    const Planes edge_on = turned(90, 0, 0, 10, 0x030201);
+    EXPECT_EQ(edge_on.r, Bytes(side * side, 1));
+    EXPECT_EQ(edge_on.b, Bytes(side * side, 3));
+    EXPECT_EQ(row_of(turned(0, 60, 0, 10, 255).r, 4), (Bytes{255, 255, 255, 24, 44, 64, 74, 84, 255}));
+}
+
 constexpr std::array<float, 6> hostile = {25, 1e30F, -1e30F, infinity, -infinity, nan};
 
 float hostile_float(Workspace &w) { return hostile[static_cast<std::size_t>(w.integer(0, 5))]; }
@@ -281,6 +384,50 @@ const BulkCase cases[] = {
          const SixPlanes p(w, 7 * 5);
          MapCopy(w.width, w.height, points(w, w.count(), 9), 7, 5, p.src[0], p.src[1], p.src[2], p.dst[0], p.dst[1],
                  p.dst[2]);
+     }},
+    {"xHalfSizeBuf",
+     [](Workspace &w) {
+         const int32_t reduced = (w.width + 1) / 2 * ((w.height + 1) / 2);
+         xHalfSizeBuf(w.width, w.height, w.floats(w.count(), -9, 9), w.result<float>(std::size_t(reduced)));
+     }},
+    {"xEval",
+     [](Workspace &w) {
+         const std::size_t coarse = static_cast<std::size_t>((w.width + 1) / 2 * ((w.height + 1) / 2));
+         const float *pyramid = w.floats(w.count() + coarse, -9, 9);
+         auto *results = w.result<float>(std::size_t(2 * 5));
+         with_hostile(w, std::array{w.real(-9, 99), w.real(-9, 99), w.real(0, 1)}, [&](auto... place) {
+             results[0] += xEval(place..., w.width, w.height, 2, pyramid) > 0 ? 1.0F : 0.0F;
+             *results++ = xFastEval(place..., w.width, w.height, 2, pyramid);
+         });
+     }},
+    {"xrefinementhelper",
+     [](Workspace &w) {
+         const std::size_t coarse = static_cast<std::size_t>((w.width + 1) / 2 * ((w.height + 1) / 2));
+         xrefinementhelper(w.width, w.height, w.real(-2, 3), w.floats(w.count(), -9, 9), w.floats(coarse, -9, 9),
+                           w.floats(coarse, -9, 9), w.result<float>(w.count()));
+     }},
+    {"GoodTransform2",
+     [](Workspace &w) {
+         for (const int32_t columns : {1, 3, 4, 61}) {
+             const int32_t rows = columns / 2 + 1;
+             const SixPlanes p(w, static_cast<std::size_t>(columns * rows));
+             uint8_t *alpha = w.result(w.count());
+             with_hostile(w, std::array{w.real(0.1F, 0.9F), -0.3F, 0.4F, 0.8F, -2.0F, 1.5F}, [&](auto... m) {
+                 const std::array<float, 6> part = {m...};
+                 const std::array<float, 16> matrix = {part[0], part[1], 0, 0, part[2], part[3], 0, 0,
+                                                       0,       0,       0, 0, part[4], part[5], 0, 0};
+                 GoodTransform2(p.src[0], p.src[1], p.src[2], p.dst[0], p.dst[1], p.dst[2], alpha, columns, rows,
+                                w.width, w.height, matrix.data(), w.integer(0, 0xFFFFFF), w.integer(1, 2));
+             });
+         }
+     }},
+    {"Fast_ThreeDeePerspective",
+     [](Workspace &w) {
+         const SixPlanes p(w);
+         with_hostile(w, std::array{35.0F, w.real(-90, 90), 10.0F, reach(w)}, [&](auto... floats) {
+             Fast_ThreeDeePerspective(p.src[0], p.src[1], p.src[2], p.dst[0], p.dst[1], p.dst[2], w.width, w.height,
+                                      floats..., w.integer(0, 0xFFFFFF));
+         });
      }},
 };
 

@@ -284,4 +284,60 @@ TAVIK_EXPORT(void)
 MapCopy(int32_t width, int32_t height, const float *map, int32_t src_width, int32_t src_height, const uint8_t *src_r,
         const uint8_t *src_g, const uint8_t *src_b, uint8_t *dst_r, uint8_t *dst_g, uint8_t *dst_b);
 
+/* Makes the next level of an image pyramid, of half the size rounded up, by the weights 1 3 3 1 (Burt and Adelson 1983):
+ * sums of four samples, ((a + d) + (b + c)·3)·0.125, along rows and then along columns, edge samples repeated.
+ *   src   width × height floats
+ *   dst   (width + 1) / 2 × (height + 1) / 2 floats
+ * A pyramid is one buffer of all its levels, the largest first. A sample of level k stands for the middle of a block of
+ * 2^k × 2^k: level 0 at x is level k at (x + 0.5)·2^−k − 0.5. */
+TAVIK_EXPORT(void) xHalfSizeBuf(int32_t width, int32_t height, const float *src, float *dst);
+
+/* Returns a value of a pyramid by trilinear interpolation (mip mapping, Williams 1983).
+ *   x, y            position on level 0
+ *   level           0 .. levels − 1, with fractions between levels; held to that
+ *   width, height   of level 0
+ *   levels          in the buffer, at least 1 */
+TAVIK_EXPORT(float)
+xEval(float x, float y, float level, int32_t width, int32_t height, int32_t levels, const float *pyramid);
+
+/* xEval by one look-up: the sample whose block the position lies in, of the nearest level. */
+TAVIK_EXPORT(float)
+xFastEval(float x, float y, float level, int32_t width, int32_t height, int32_t levels, const float *pyramid);
+
+/* Enlarges what was made of a reduced plane, and adds the detail that reducing took away (Laplacian pyramid):
+ * dst = fine·gain + (enlarged(coarse_out) − enlarged(coarse_in)·gain).
+ *   gain         0 is a smooth enlargement, 1 restores the detail, more is local contrast
+ *   fine, dst    width × height; dst may be fine
+ *   coarse_in    fine after xHalfSizeBuf
+ *   coarse_out   what was made of coarse_in; the same plane with gain 1 gives fine
+ * An enlarged sample is 3/4 of the coarse one it lies in and 1/4 of the one next to it, along rows and then along
+ * columns, edge samples repeated. */
+TAVIK_EXPORT(void)
+xrefinementhelper(int32_t width, int32_t height, float gain, const float *fine, const float *coarse_in,
+                  const float *coarse_out, float *dst);
+
+/* Draws an affine transform of a picture by Catmull-Rom cubics, with smooth edges and its opacity.
+ *   dst_a        how much of each pixel the source covers
+ *   matrix       16 floats by columns, m[4 · column + row], from destination to source; only 0, 1, 4, 5, 12 and 13 are
+ *                used
+ *   background   0x00BBGGRR, mixed in where the source does not cover a pixel whole
+ *   samples      n for n × n sub-samples to a pixel, held to 1 .. 4; without reduction, 1 serves inside a picture
+ * The sub-sample k of n lies (k + 0.5)·(1 / n) − 0.5 off the pixel's centre. Its source position is (m0·px + m4·py) +
+ * m12, (m1·px + m5·py) + m13; it counts where that is at least −0.5 and less than the size − 0.5, and its value is the
+ * cubic of f_bicubicInterpolate, along x and then along y, clamped to 0 .. 255. dst is the rounded mean of n². */
+TAVIK_EXPORT(void)
+GoodTransform2(const uint8_t *src_r, const uint8_t *src_g, const uint8_t *src_b, uint8_t *dst_r, uint8_t *dst_g,
+               uint8_t *dst_b, uint8_t *dst_a, int32_t src_width, int32_t src_height, int32_t dst_width,
+               int32_t dst_height, const float *matrix, int32_t background, int32_t samples);
+
+/* Draws a picture as a sheet through the middle of the frame, turned in space, nearest sample.
+ *   degrees_x .. z   turns about the x axis, then y, then z; 0 copies
+ *   distance         of the eye in front of the frame's middle, in pixels
+ *   background       0x00BBGGRR, beside the sheet
+ * From behind the picture is mirrored; edge-on, all is background. */
+TAVIK_EXPORT(void)
+Fast_ThreeDeePerspective(const uint8_t *src_r, const uint8_t *src_g, const uint8_t *src_b, uint8_t *dst_r,
+                         uint8_t *dst_g, uint8_t *dst_b, int32_t width, int32_t height, float degrees_x,
+                         float degrees_y, float degrees_z, float distance, int32_t background);
+
 #endif
