@@ -232,7 +232,7 @@ void ripples(Run &run) {
             const float dx = static_cast<float>(x) - middle(width);
             const float dy = static_cast<float>(y) - middle(height);
             const float d = std::hypot(dx, dy) + 0.01F;
-            const float push = 4 * std::sin(d / 4) * std::exp(-d / 70) / d;
+            const float push = 7 * std::sin(d / 5) * std::exp(-d / 90) / d;
             half.push_back(static_cast<float>(x) + dx * push);
             half.push_back(static_cast<float>(y) + dy * push);
         }
@@ -314,9 +314,9 @@ void clarity(Run &run) {
 }
 
 // The photo, smaller, with a white border.
-Image card_of(const Image &photo) {
+Image card_of(const Image &photo, int32_t tenths) {
     constexpr int32_t border = 14;
-    const Image small = shrunk_to_fit(photo, photo.width / 2, photo.height / 2);
+    const Image small = shrunk_to_fit(photo, photo.width * tenths / 10, photo.height * tenths / 10);
     Image card(small.width + 2 * border, small.height + 2 * border, {255, 255, 255});
     paste(card, small, border, border);
     return card;
@@ -325,7 +325,7 @@ Image card_of(const Image &photo) {
 void rotated_card(Run &run) {
     const Image &photo = run.photo;
     Image &picture = run.picture;
-    const Image card = card_of(photo);
+    const Image card = card_of(photo, 5);
     Image turned(photo.width, photo.height);
     Plane alpha(photo.red.size());
     const float cosine = std::cos(0.3F);
@@ -360,11 +360,18 @@ void rotated_card(Run &run) {
 }
 
 void flying_card(Run &run) {
-    const Image &photo = run.photo;
-    Image &picture = run.picture;
-    run.call(EXPORT(Fast_ThreeDeePerspective), photo.red.data(), photo.green.data(), photo.blue.data(),
-             picture.red.data(), picture.green.data(), picture.blue.data(), photo.width, photo.height, 35.0F, 30.0F,
-             10.0F, 1.4F * static_cast<float>(photo.width), 0x5A4028);
+    constexpr Colour sky = {40, 64, 90};
+    constexpr int32_t packed_sky = sky.blue << 16 | sky.green << 8 | sky.red;
+    const int32_t width = run.photo.width;
+    const int32_t height = run.photo.height;
+    const Image card = card_of(run.photo, 8);
+    run.layer = Image(width, height, sky);
+    paste(*run.layer, card, (width - card.width) / 2, (height - card.height) / 2);
+    const Image &sheet = *run.layer;
+    Image &picture = run.draw_on(width, height, sky);
+    run.call(EXPORT(Fast_ThreeDeePerspective), sheet.red.data(), sheet.green.data(), sheet.blue.data(),
+             picture.red.data(), picture.green.data(), picture.blue.data(), width, height, 35.0F, 30.0F, 10.0F,
+             1.4F * static_cast<float>(width), packed_sky);
 }
 
 } // namespace
@@ -433,7 +440,7 @@ Family warps_family() {
              rotated_card},
             {"flying_card",
              "Flying card",
-             "The photo as a sheet turned about three axes.",
+             "A sheet with the photo on it, turned about three axes.",
              {"Fast_ThreeDeePerspective"},
              flying_card},
         }};
