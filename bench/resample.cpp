@@ -89,7 +89,105 @@ const Case cases[] = {
      [](const Picture &p) { FastVMirror(p.r, p.to_r, p.x_max(), p.y_max()); }},
 };
 
+// A warp about the middle that reaches most of the picture.
+template <auto Export> void warp(const Picture &p, auto... shape) {
+    Export(p.width, p.height, 0.5F * static_cast<float>(p.width), 0.5F * static_cast<float>(p.height), shape..., p.r,
+           p.g, p.b, p.to_r, p.to_g, p.to_b);
+}
+
+float half(int32_t size) { return 0.5F * static_cast<float>(size); }
+
+// Rows of the picture, at half its width, for which its floats hold a plane of points.
+constexpr int32_t point_rows = 64;
+
+const Case warps[] = {
+    {"xFisheye", {.bytes = 6, .parallel = true}, [](const Picture &p) { warp<xFisheye>(p, half(p.width), 0.5F); }},
+    {"xGlobe",
+     {.bytes = 9, .parallel = true},
+     [](const Picture &p) {
+         xGlobe(p.width, p.height, p.width, p.height, half(p.width), half(p.height), half(p.width), 30, 25, p.r, p.g,
+                p.b, p.to_r, p.to_g, p.to_b);
+     }},
+    {"xPolarHelper, into a disc",
+     {.bytes = 6, .parallel = true},
+     [](const Picture &p) { warp<xPolarHelper>(p, half(p.height), 0); }},
+    {"xPolarHelper, unrolled",
+     {.bytes = 6, .parallel = true},
+     [](const Picture &p) { warp<xPolarHelper>(p, half(p.height), 1); }},
+    {"xLensHelper", {.bytes = 6}, [](const Picture &p) { warp<xLensHelper>(p, 0.35F, 0.1F, 0.85F, 0.015F); }},
+    {"p_LensHelper",
+     {.bytes = 6, .parallel = true},
+     [](const Picture &p) { warp<p_LensHelper>(p, 0.35F, 0.1F, 0.85F, 0.015F); }},
+    {"xRenderTwirlTo",
+     {.bytes = 6, .parallel = true},
+     [](const Picture &p) {
+         xRenderTwirlTo(half(p.width), half(p.height), half(p.width), 220, p.width, p.height, p.to_r, p.to_g, p.to_b,
+                        p.r, p.g, p.b);
+     }},
+    {"xLinearWarp",
+     {.bytes = 14, .parallel = true, .rows = point_rows / 2},
+     [](const Picture &p) {
+         xLinearWarp(p.width / 2, point_rows, 0.05F, p.width / 2, p.floats, p.r, p.g, p.b, p.to_r, p.to_g, p.to_b);
+     }},
+    {"xBilinearMorpheHelper",
+     {.bytes = 17, .parallel = true, .rows = point_rows / 2},
+     [](const Picture &p) {
+         xBilinearMorpheHelper(p.width / 2, point_rows, 0.3F, p.width / 2, p.floats, p.r, p.g, p.b, p.g, p.b, p.r,
+                               p.to_r, p.to_g, p.to_b);
+     }},
+    {"Mapxtwo",
+     {.bytes = 40, .parallel = true, .rows = 4},
+     [](const Picture &p) { Mapxtwo(p.width / 2, 8, p.floats, p.to_floats); }},
+    {"MapCopy",
+     {.bytes = 14,
+      .parallel = true,
+      .rows = point_rows / 2,
+      .note = "gathers from places that differ from pixel to pixel"},
+     [](const Picture &p) {
+         MapCopy(p.width / 2, point_rows, p.floats, p.width, p.height, p.r, p.g, p.b, p.to_r, p.to_g, p.to_b);
+     }},
+    {"xHalfSizeBuf",
+     {.bytes = 5, .parallel = true},
+     [](const Picture &p) { xHalfSizeBuf(p.width, p.height, p.floats, p.to_floats); }},
+    {"xEval",
+     {.bytes = 0, .rows = 1, .note = "one row of calls"},
+     [](const Picture &p) {
+         for (int32_t x = 0; x < p.width; ++x)
+             *p.to_floats += xEval(static_cast<float>(x), 9.3F, 1.6F, p.width, p.height / 2, 6, p.floats);
+     }},
+    {"xFastEval",
+     {.bytes = 0, .rows = 1, .note = "one row of calls"},
+     [](const Picture &p) {
+         for (int32_t x = 0; x < p.width; ++x)
+             *p.to_floats += xFastEval(static_cast<float>(x), 9.3F, 1.6F, p.width, p.height / 2, 6, p.floats);
+     }},
+    {"xrefinementhelper",
+     {.bytes = 10, .parallel = true},
+     [](const Picture &p) {
+         xrefinementhelper(p.width, p.height, 1.5F, p.floats, p.floats, p.floats + p.count() / 2, p.to_floats);
+     }},
+    {"GoodTransform2, 1 sample",
+     {.bytes = 7, .parallel = true},
+     [](const Picture &p) {
+         GoodTransform2(p.r, p.g, p.b, p.to_r, p.to_g, p.to_b, p.to_quads(), p.width, p.height, p.width, p.height,
+                        turn.data(), 0, 1);
+     }},
+    {"GoodTransform2, 16 samples",
+     {.bytes = 7, .parallel = true},
+     [](const Picture &p) {
+         GoodTransform2(p.r, p.g, p.b, p.to_r, p.to_g, p.to_b, p.to_quads(), p.width, p.height, p.width, p.height,
+                        turn.data(), 0, 4);
+     }},
+    {"Fast_ThreeDeePerspective",
+     {.bytes = 6, .parallel = true, .note = loads},
+     [](const Picture &p) {
+         Fast_ThreeDeePerspective(p.r, p.g, p.b, p.to_r, p.to_g, p.to_b, p.width, p.height, 35, 30, 10,
+                                  static_cast<float>(p.width), 0);
+     }},
+};
+
 const Family resample("resample", cases);
+const Family resample_warps("resample: warps", warps);
 
 } // namespace
 } // namespace tavik_bench

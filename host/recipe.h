@@ -32,6 +32,7 @@ Family raster_family();
 Family convert_family();
 Family memops_family();
 Family resample_family();
+Family warps_family();
 Family scalar_family();
 Family dither_family();
 Family clouds_family();

@@ -56,6 +56,12 @@ constexpr int32_t nearest_index(float position, int32_t count) {
     return std::bit_cast<float>(std::bit_cast<uint32_t>(value) & (wanted ? ~0U : 0U));
 }
 
+// The one value where it is wanted, else the other, by masks too.
+[[gnu::always_inline]] constexpr float choose(bool wanted, float value, float other) {
+    return std::bit_cast<float>(std::bit_cast<uint32_t>(value_or_zero(wanted, value)) |
+                                std::bit_cast<uint32_t>(value_or_zero(!wanted, other)));
+}
+
 constexpr int32_t clamp_to_byte(int32_t value) { return value < 0 ? 0 : (value > 255 ? 255 : value); }
 
 // Integer mean of three bytes: (a + b + c) / 3. 21846 / 65536 is above 1/3 by 1/98304, too little to carry any

@@ -2,10 +2,13 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 
 #include "tavik/frame/arithmetic.h"
+#include "tavik/frame/parallel_for.h"
+#include "tavik/frame/size_form.h"
 #include "tavik/frame/vector_level.h"
 
 namespace tavik {
@@ -54,6 +57,7 @@ template <class Sample>
 using SampleBilinearRow = void(const uint8_t *plane, int32_t width, int32_t height, const float *x, const float *y,
                                float *dst, std::size_t count);
 extern const PerLevel<SampleBilinearRow> sample_bilinear;
+extern const PerLevel<SampleBilinearRow> sample_bilinear_wrapped;
 
 // dst[i] = round_to_byte(src[i]).
 using RoundBytesRow = void(const float *src, uint8_t *dst, std::size_t count);
@@ -64,6 +68,41 @@ constexpr std::size_t sampling_run = 256;
 
 // Rounds the samples of three planes at up to `sampling_run` positions.
 void sample_three_planes(const uint8_t *const src[3], int32_t width, int32_t height, const float *x, const float *y,
-                         uint8_t *const dst[3], std::size_t count);
+                         uint8_t *const dst[3], std::size_t count,
+                         const PerLevel<SampleBilinearRow> &sample = sample_bilinear);
+
+// Where the pixels of a run are sampled.
+struct SourcePositions {
+    std::array<float, sampling_run> x, y;
+};
+
+// Pixels of one row that are handled together: `count` of them, up to `sampling_run`, from (x, y) on. The first one is
+// element `at` of the planes.
+struct PixelRun {
+    int32_t x, y;
+    std::size_t count, at;
+};
+
+// Calls body(run) for the pixels of the rows [begin, end), in tiles: what lies below each other is often sampled from
+// the same cache lines, however the picture is turned.
+template <class Body> void for_each_run_of_rows(int32_t width, int32_t begin, int32_t end, const Body &body) {
+    const std::size_t columns = element_count(width);
+    for (std::size_t x = 0; x < columns; x += sampling_run)
+        for (int32_t y = begin; y < end; ++y)
+            body(PixelRun{static_cast<int32_t>(x), y, std::min(sampling_run, columns - x),
+                          static_cast<std::size_t>(y) * columns + x});
+}
+
+// The same for a whole picture in any order and at the same time.
+template <class Body> void for_each_run(int32_t width, int32_t height, const Body &body) {
+    constexpr int32_t tile_rows = 32;
+    // Finding a position and gathering from it cost several times a light element.
+    const int32_t grain = std::max(row_grain(width) / (8 * tile_rows), 1);
+    parallel_for(0, height / tile_rows + (height % tile_rows > 0 ? 1 : 0), grain, [&](int32_t begin, int32_t end) {
+        for (int32_t tile = begin; tile < end; ++tile)
+            for_each_run_of_rows(width, tile * tile_rows,
+                                 std::min(height - tile * tile_rows, tile_rows) + tile * tile_rows, body);
+    });
+}
 
 } // namespace tavik

@@ -61,6 +61,26 @@ void sample_bilinear(const uint8_t *plane, int32_t width, int32_t height, const 
     for (size_t i = done; i < count; ++i) dst[i] = bilinear(plane, width, height, x[i], y[i]);
 }
 
+void sample_bilinear_wrapped(const uint8_t *plane, int32_t width, int32_t height, const float *x, const float *y,
+                             float *dst, size_t count) {
+    size_t done = 0;
+#if TAVIK_LEVEL >= TAVIK_AVX2
+    if (width * height >= 4) {
+        // Before the last column nothing wraps.
+        const BilinearGather gather(plane, width, height);
+        const __m256 last_column = _mm256_set1_ps(static_cast<float>(width - 1));
+        for (; count - done >= 8; done += 8) {
+            const __m256 across = _mm256_loadu_ps(x + done);
+            if (_mm256_movemask_ps(_mm256_cmp_ps(across, last_column, _CMP_LT_OQ)) == 0xFF)
+                _mm256_storeu_ps(dst + done, gather(across, _mm256_loadu_ps(y + done)));
+            else
+                for (size_t i = done; i < done + 8; ++i) dst[i] = bilinear_wrapped(plane, width, height, x[i], y[i]);
+        }
+    }
+#endif
+    for (size_t i = done; i < count; ++i) dst[i] = bilinear_wrapped(plane, width, height, x[i], y[i]);
+}
+
 void round_bytes(const float *src, uint8_t *dst, size_t count) {
     for (size_t i = 0; i < count; ++i) dst[i] = round_to_byte(src[i]);
 }

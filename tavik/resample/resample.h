@@ -1,4 +1,5 @@
-/* resample: interpolation kernels, cubic resizing, the box prefilter before it, rotation, free transforms and mirrors.
+/* resample: interpolation kernels, cubic resizing, the box prefilter before it, rotation, free transforms and mirrors;
+ * warps, maps of points, image pyramids and transforms with soft edges.
  *
  * A destination index k lies at the source position k × scale, without a half-pixel offset; a scale is source units per
  * destination unit. Arithmetic is single precision, one rounding for each operation in the order written; conversions
@@ -182,5 +183,161 @@ TAVIK_EXPORT(void) RotatePoint(float angle, float *x, float *y);
  * Where w is 0, out.x and out.y stay as they were.
  *   in, out   x, y and z; may be the same */
 TAVIK_EXPORT(void) TransformPoint(const float *in, float *out, const float *matrix);
+
+/* From here on sizes are counts, every sample of a rectangle is handled, bytes are rounded where the entries above
+ * truncate, and any float is safe: it can spoil the picture, but reads and writes stay inside the buffers.
+ *
+ * A position (x, y) is that of a sample's centre, y downward; positions outside a source take its edge samples. Angles
+ * are in degrees, clockwise. Sources and destinations are different planes, except where an entry says otherwise. All
+ * are parallel by destination rows where no other way is named. "Bilinear" is
+ *   top = (b − a)·fx + a, bottom = (d − c)·fx + c, (bottom − top)·fy + top
+ * of the samples a, b and below them c, d around a position held to 0 .. width − 1 and 0 .. height − 1, with the
+ * fractions fx, fy; bytes are min(max(value + 0.5, 0), 255) truncated. Sines, cosines and arctangents are polynomials of
+ * single precision, off by less than 2e−7 and exact at quarter turns. */
+
+/* Magnifies or shrinks what lies inside a circle, as a stereographic fish-eye does against a pinhole picture (also the
+ * division model of radial distortion, Fitzgibbon 2001).
+ *   strength   below 1: 0 copies, a positive one magnifies the centre by 1 / (1 − strength), a negative one pinches
+ * With dx = x − cx, dy = y − cy and q = (dx² + dy²)·(1 / radius²), a pixel with q < 1 is the bilinear sample at
+ * (dx·k + cx, dy·k + cy), k = (1 − strength) / (1 − strength·q); others are copied. */
+TAVIK_EXPORT(void)
+xFisheye(int32_t width, int32_t height, float cx, float cy, float radius, float strength, const uint8_t *src_r,
+         const uint8_t *src_g, const uint8_t *src_b, uint8_t *dst_r, uint8_t *dst_g, uint8_t *dst_b);
+
+/* Draws a ball that carries a map onto a picture, seen from far away, with a smooth edge.
+ *   map_width, map_height    a full turn, pole to pole; at least 1
+ *   cx, cy, radius           of the ball in the picture
+ *   longitude, latitude      of the place in the middle of the disc: longitude 0 is map column 0 and grows to the right,
+ *                            latitude 90 is the top row
+ * Columns wrap around. The ball covers min(max((1 − d)·radius + 0.5, 0), 1) of a pixel at d radii from the centre; what
+ * it covers nothing of stays as it was. */
+TAVIK_EXPORT(void)
+xGlobe(int32_t map_width, int32_t map_height, int32_t width, int32_t height, float cx, float cy, float radius,
+       float longitude, float latitude, const uint8_t *map_r, const uint8_t *map_g, const uint8_t *map_b,
+       uint8_t *dst_r, uint8_t *dst_g, uint8_t *dst_b);
+
+/* Bends a picture into a disc or unrolls one, to the same size.
+ *   radius   of the disc: the last row lies there
+ *   unroll   0 makes columns spokes, clockwise from straight up, and rows rings around (cx, cy), row 0 in the middle;
+ *            columns wrap around, and beyond the radius the last row goes on. Others do the inverse */
+TAVIK_EXPORT(void)
+xPolarHelper(int32_t width, int32_t height, float cx, float cy, float radius, int32_t unroll, const uint8_t *src_r,
+             const uint8_t *src_g, const uint8_t *src_b, uint8_t *dst_r, uint8_t *dst_g, uint8_t *dst_b);
+
+/* Distorts a picture as a lens does, by the radial terms of the Brown-Conrady model (serial).
+ *   k1, k2   positive ones draw the rim inward (barrel), negative ones push it outward (pincushion)
+ *   zoom     below 1 enlarges; 1 keeps the size
+ *   fringe   by how much red is drawn further inward than green, and blue less: lateral chromatic aberration, about
+ *            0.01
+ * With q = (dx² + dy²)·(4 / (width² + height²)), 1 at the corners of a centred picture, and
+ * k = ((k2·q + k1)·q + 1)·zoom, channels are bilinear samples at (dx·k' + cx, dy·k' + cy), where k' is k·(1 + fringe)
+ * for red, k for green and k·(1 − fringe) for blue. */
+TAVIK_EXPORT(void)
+xLensHelper(int32_t width, int32_t height, float cx, float cy, float k1, float k2, float zoom, float fringe,
+            const uint8_t *src_r, const uint8_t *src_g, const uint8_t *src_b, uint8_t *dst_r, uint8_t *dst_g,
+            uint8_t *dst_b);
+
+/* xLensHelper by rows in parallel. */
+TAVIK_EXPORT(void)
+p_LensHelper(int32_t width, int32_t height, float cx, float cy, float k1, float k2, float zoom, float fringe,
+             const uint8_t *src_r, const uint8_t *src_g, const uint8_t *src_b, uint8_t *dst_r, uint8_t *dst_g,
+             uint8_t *dst_b);
+
+/* Twists a picture of width × rows about a point, destinations before sources.
+ *   degrees   that the centre turns by, clockwise; 0 copies
+ * With f = 1 − distance / radius, a pixel with f > 0 is the bilinear sample turned back by degrees·f² about (cx, cy);
+ * others are copied. */
+TAVIK_EXPORT(void)
+xRenderTwirlTo(float cx, float cy, float radius, float degrees, int32_t width, int32_t rows, uint8_t *dst_r,
+               uint8_t *dst_g, uint8_t *dst_b, const uint8_t *src_r, const uint8_t *src_g, const uint8_t *src_b);
+
+/* Moves samples by a field of vectors: the pixel at (x, y) is the bilinear sample at (vx·amount + x, vy·amount + y).
+ *   field_stride   vectors in a row of the field, at least width
+ *   field          vx, vy of each pixel. A coarse grid resized by xBilinearScalePointf with dst_x_max = width and
+ *                  dst_y_max = height serves with field_stride = width + 1 */
+TAVIK_EXPORT(void)
+xLinearWarp(int32_t width, int32_t height, float amount, int32_t field_stride, const float *field, const uint8_t *src_r,
+            const uint8_t *src_g, const uint8_t *src_b, uint8_t *dst_r, uint8_t *dst_g, uint8_t *dst_b);
+
+/* Draws a picture between two others, warped and cross-dissolved (field morphing, Beier and Neely 1992).
+ *   t       0 gives `from`, 1 gives `to`
+ *   field   as of xLinearWarp; at an in-between position, where its feature lies in `to` minus where in `from`
+ * dst = (q − p)·t + p, rounded, of the bilinear samples p of `from` at (x − vx·t, y − vy·t) and q of `to` at
+ * (vx·(1 − t) + x, vy·(1 − t) + y). */
+TAVIK_EXPORT(void)
+xBilinearMorpheHelper(int32_t width, int32_t height, float t, int32_t field_stride, const float *field,
+                      const uint8_t *from_r, const uint8_t *from_g, const uint8_t *from_b, const uint8_t *to_r,
+                      const uint8_t *to_g, const uint8_t *to_b, uint8_t *dst_r, uint8_t *dst_g, uint8_t *dst_b);
+
+/* Makes a map of source positions that of a picture twice as wide and high, whose source is twice as large, too.
+ *   map   x and y for each pixel of width × height
+ *   dst   the same of 2·width × 2·height
+ * Even columns and rows get twice a node, those between two nodes their sum, those between four half of their sum. After
+ * the last column, and then after the last row, the map goes on as from the one before to the last. */
+TAVIK_EXPORT(void) Mapxtwo(int32_t width, int32_t height, const float *map, float *dst);
+
+/* Copies the nearest samples at the positions of a map, without interpolation, so that palette indices and masks keep
+ * their values.
+ *   map   x and y for each destination pixel of width × height; NaN counts as the last column or row
+ * Sources are src_width × src_height, at least 1 × 1. */
+TAVIK_EXPORT(void)
+MapCopy(int32_t width, int32_t height, const float *map, int32_t src_width, int32_t src_height, const uint8_t *src_r,
+        const uint8_t *src_g, const uint8_t *src_b, uint8_t *dst_r, uint8_t *dst_g, uint8_t *dst_b);
+
+/* Makes the next level of an image pyramid, of half the size rounded up, by the weights 1 3 3 1 (Burt and Adelson 1983):
+ * sums of four samples, ((a + d) + (b + c)·3)·0.125, along rows and then along columns, edge samples repeated.
+ *   src   width × height floats
+ *   dst   (width + 1) / 2 × (height + 1) / 2 floats
+ * A pyramid is one buffer of all its levels, the largest first. A sample of level k stands for the middle of a block of
+ * 2^k × 2^k: level 0 at x is level k at (x + 0.5)·2^−k − 0.5. */
+TAVIK_EXPORT(void) xHalfSizeBuf(int32_t width, int32_t height, const float *src, float *dst);
+
+/* Returns a value of a pyramid by trilinear interpolation (mip mapping, Williams 1983).
+ *   x, y            position on level 0
+ *   level           0 .. levels − 1, with fractions between levels; held to that
+ *   width, height   of level 0
+ *   levels          in the buffer, at least 1 */
+TAVIK_EXPORT(float)
+xEval(float x, float y, float level, int32_t width, int32_t height, int32_t levels, const float *pyramid);
+
+/* xEval by one look-up: the sample whose block the position lies in, of the nearest level. */
+TAVIK_EXPORT(float)
+xFastEval(float x, float y, float level, int32_t width, int32_t height, int32_t levels, const float *pyramid);
+
+/* Enlarges what was made of a reduced plane, and adds the detail that reducing took away (Laplacian pyramid):
+ * dst = fine·gain + (enlarged(coarse_out) − enlarged(coarse_in)·gain).
+ *   gain         0 is a smooth enlargement, 1 restores the detail, more is local contrast
+ *   fine, dst    width × height; dst may be fine
+ *   coarse_in    fine after xHalfSizeBuf
+ *   coarse_out   what was made of coarse_in; the same plane with gain 1 gives fine
+ * An enlarged sample is 3/4 of the coarse one it lies in and 1/4 of the one next to it, along rows and then along
+ * columns, edge samples repeated. */
+TAVIK_EXPORT(void)
+xrefinementhelper(int32_t width, int32_t height, float gain, const float *fine, const float *coarse_in,
+                  const float *coarse_out, float *dst);
+
+/* Draws an affine transform of a picture by Catmull-Rom cubics, with smooth edges and its opacity.
+ *   dst_a        how much of each pixel the source covers
+ *   matrix       16 floats by columns, m[4 · column + row], from destination to source; only 0, 1, 4, 5, 12 and 13 are
+ *                used
+ *   background   0x00BBGGRR, mixed in where the source does not cover a pixel whole
+ *   samples      n for n × n sub-samples to a pixel, held to 1 .. 4; without reduction, 1 serves inside a picture
+ * The sub-sample k of n lies (k + 0.5)·(1 / n) − 0.5 off the pixel's centre. Its source position is (m0·px + m4·py) +
+ * m12, (m1·px + m5·py) + m13; it counts where that is at least −0.5 and less than the size − 0.5, and its value is the
+ * cubic of f_bicubicInterpolate, along x and then along y, clamped to 0 .. 255. dst is the rounded mean of n². */
+TAVIK_EXPORT(void)
+GoodTransform2(const uint8_t *src_r, const uint8_t *src_g, const uint8_t *src_b, uint8_t *dst_r, uint8_t *dst_g,
+               uint8_t *dst_b, uint8_t *dst_a, int32_t src_width, int32_t src_height, int32_t dst_width,
+               int32_t dst_height, const float *matrix, int32_t background, int32_t samples);
+
+/* Draws a picture as a sheet through the middle of the frame, turned in space, nearest sample.
+ *   degrees_x .. z   turns about the x axis, then y, then z; 0 copies
+ *   distance         of the eye in front of the frame's middle, in pixels
+ *   background       0x00BBGGRR, beside the sheet
+ * From behind the picture is mirrored; edge-on, all is background. */
+TAVIK_EXPORT(void)
+Fast_ThreeDeePerspective(const uint8_t *src_r, const uint8_t *src_g, const uint8_t *src_b, uint8_t *dst_r,
+                         uint8_t *dst_g, uint8_t *dst_b, int32_t width, int32_t height, float degrees_x,
+                         float degrees_y, float degrees_z, float distance, int32_t background);
 
 #endif
