@@ -2,6 +2,7 @@
 #ifndef TAVIK_TAVIK_H
 #define TAVIK_TAVIK_H
 
+#include "tavik/blockmatch/blockmatch.h"
 #include "tavik/colour/colour.h"
 #include "tavik/composite/composite.h"
 #include "tavik/convert/convert.h"
