@@ -9,6 +9,7 @@
 #include "tavik/dither/dither.h"
 #include "tavik/filters/filters.h"
 #include "tavik/frame/frame.h"
+#include "tavik/framefile/framefile.h"
 #include "tavik/generators/generators.h"
 #include "tavik/lighting/lighting.h"
 #include "tavik/memops/memops.h"
