@@ -46,9 +46,11 @@ class Arguments {
         } else if constexpr (std::is_pointer_v<Argument>) {
             // Aligned as the block copy wants it.
             constexpr std::size_t bytes = 16384;
-            // Records hold pointers of their own; one of zeros has no size, so that they are not followed.
-            constexpr bool is_record = std::is_class_v<std::remove_pointer_t<Argument>>;
-            auto &buffer = buffers.emplace_back(bytes + 16, is_record ? uint8_t{0} : uint8_t{1});
+            // Records hold pointers of their own; one of zeros has no size, so that they are not followed. An integer
+            // that an export reads and writes may be a size too.
+            constexpr bool holds_size =
+                std::is_class_v<std::remove_pointer_t<Argument>> || std::is_same_v<Argument, int32_t *>;
+            auto &buffer = buffers.emplace_back(bytes + 16, holds_size ? uint8_t{0} : uint8_t{1});
             slots.push_back((reinterpret_cast<uint32_t>(buffer.data()) + 15) & ~15U);
         } else if constexpr (std::is_same_v<Argument, float>) {
             slots.push_back(std::bit_cast<uint32_t>(0.5F));
