@@ -41,6 +41,16 @@ void replace_file(const fs::path &path, std::span<const char> bytes) {
     }
 }
 
+TemporaryFile::TemporaryFile(const fs::path &folder, std::span<const char> bytes)
+    : path(temporary_name(folder / "temporary")) {
+    replace_file(path, bytes);
+}
+
+TemporaryFile::~TemporaryFile() {
+    std::error_code ignored;
+    fs::remove(path, ignored);
+}
+
 void prepare_folder(const fs::path &folder) {
     std::error_code error;
     fs::create_directories(folder, error);

@@ -75,9 +75,10 @@ std::size_t recipe_count(std::span<const Family> families) {
     return count;
 }
 
-PageFacts page_facts(const Library &library, const fs::path &photo_path, const Image &photo, std::size_t pictures) {
+PageFacts page_facts(const Library &library, const fs::path &photo_path, const Image &photo, const fs::path &folder,
+                     std::size_t pictures) {
     const Recipe head = {"head", "", "", {"MemoryInfo", "CalcMem"}, nullptr};
-    Run run(library, head, photo);
+    Run run(library, head, photo, folder);
     PageFacts facts{};
     facts.library = library.file_name().string();
     facts.photo = photo_path.filename().string();
@@ -127,7 +128,7 @@ void make_gallery(const fs::path &library_path, const fs::path &photo_path, cons
     for (const Family &family : families) {
         Section section{family, {}};
         for (const Recipe &recipe : family.recipes) {
-            Run run(library, recipe, photo);
+            Run run(library, recipe, photo, folder);
             recipe.make(run);
             section.exhibits.push_back(exhibit_of(run, recipe, folder));
             progress.tell(family, section.exhibits.back());
@@ -135,7 +136,8 @@ void make_gallery(const fs::path &library_path, const fs::path &photo_path, cons
         sections.push_back(std::move(section));
     }
     write_picture(folder / contact_sheet_file, contact_sheet(sections));
-    replace_file(folder / page_file, page(page_facts(library, photo_path, photo, recipe_count(families)), sections));
+    replace_file(folder / page_file,
+                 page(page_facts(library, photo_path, photo, folder, recipe_count(families)), sections));
     std::cout << "contact sheet " << fs::absolute(folder / contact_sheet_file).string() << "\npage          "
               << fs::absolute(folder / page_file).string() << std::endl;
 }

@@ -41,8 +41,12 @@ std::string Calls::text() const {
     return name + "(" + all + ")";
 }
 
-Run::Run(const Library &library, const Recipe &recipe, const Image &photo_to_use)
-    : photo(photo_to_use), picture(photo_to_use), library_(library), recipe_(recipe) {}
+Run::Run(const Library &library, const Recipe &recipe, const Image &photo_to_use, std::filesystem::path output_folder)
+    : photo(photo_to_use),
+      folder(std::move(output_folder)),
+      picture(photo_to_use),
+      library_(library),
+      recipe_(recipe) {}
 
 std::array<Channel, 3> Run::channels() {
     const auto from = photo.planes();

@@ -6,6 +6,7 @@
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <span>
 #include <string>
@@ -49,9 +50,11 @@ struct Channel {
 
 class Run {
   public:
-    Run(const Library &library, const Recipe &recipe, const Image &photo_to_use);
+    Run(const Library &library, const Recipe &recipe, const Image &photo_to_use, std::filesystem::path output_folder);
 
     const Image &photo;
+    // Where the pictures go; a recipe may keep a file there while it runs.
+    const std::filesystem::path folder;
     // The result; it begins as a copy of the photo.
     Image picture;
     // A second picture that the recipe combines with the photo.

@@ -2,12 +2,14 @@
 #ifndef TAVIK_TAVIK_H
 #define TAVIK_TAVIK_H
 
+#include "tavik/blockmatch/blockmatch.h"
 #include "tavik/colour/colour.h"
 #include "tavik/composite/composite.h"
 #include "tavik/convert/convert.h"
 #include "tavik/dither/dither.h"
 #include "tavik/filters/filters.h"
 #include "tavik/frame/frame.h"
+#include "tavik/framefile/framefile.h"
 #include "tavik/generators/generators.h"
 #include "tavik/lighting/lighting.h"
 #include "tavik/memops/memops.h"

@@ -3,6 +3,7 @@
 #include <array>
 #include <bit>
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
 #include <set>
 #include <string>
@@ -37,12 +38,19 @@ extern "C" int32_t call_through_frame(FrameCall *call);
 class Arguments {
   public:
     template <class Argument> void add() {
-        if constexpr (std::is_pointer_v<Argument>) {
+        if constexpr (std::is_same_v<Argument, FILE *>) {
+            // An empty stream; the export closes it, or the end of this program.
+            slots.push_back(reinterpret_cast<uint32_t>(std::fopen("NUL", "rb")));
+        } else if constexpr (std::is_same_v<Argument, const char *>) {
+            slots.push_back(reinterpret_cast<uint32_t>("no file has this name"));
+        } else if constexpr (std::is_pointer_v<Argument>) {
             // Aligned as the block copy wants it.
             constexpr std::size_t bytes = 16384;
-            // Records hold pointers of their own; one of zeros has no size, so that they are not followed.
-            constexpr bool is_record = std::is_class_v<std::remove_pointer_t<Argument>>;
-            auto &buffer = buffers.emplace_back(bytes + 16, is_record ? uint8_t{0} : uint8_t{1});
+            // Records hold pointers of their own; one of zeros has no size, so that they are not followed. An integer
+            // that an export reads and writes may be a size too.
+            constexpr bool holds_size =
+                std::is_class_v<std::remove_pointer_t<Argument>> || std::is_same_v<Argument, int32_t *>;
+            auto &buffer = buffers.emplace_back(bytes + 16, holds_size ? uint8_t{0} : uint8_t{1});
             slots.push_back((reinterpret_cast<uint32_t>(buffer.data()) + 15) & ~15U);
         } else if constexpr (std::is_same_v<Argument, float>) {
             slots.push_back(std::bit_cast<uint32_t>(0.5F));
