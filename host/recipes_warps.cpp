@@ -8,6 +8,7 @@
 #include "host/shading.h"
 #include "tavik/composite/composite.h"
 #include "tavik/convert/convert.h"
+#include "tavik/generators/generators.h"
 #include "tavik/resample/resample.h"
 
 namespace gallery {
@@ -73,75 +74,68 @@ void unrolled_planet(Run &run) {
     bend(run, *run.layer, run.draw_on(panorama.width, panorama.height, {0, 0, 0}), 1);
 }
 
-// Smooth noise of space, 0 .. 1, in octaves.
-float noise_at(float x, float y, float z) {
-    const auto corner = [](int32_t i, int32_t j, int32_t k) {
-        uint32_t n = static_cast<uint32_t>(i) * 374761393U + static_cast<uint32_t>(j) * 668265263U +
-                     static_cast<uint32_t>(k) * 2246822519U;
-        n = (n ^ n >> 13) * 1274126177U;
-        return static_cast<float>((n ^ n >> 16) & 0xFFFF) / 65535;
-    };
-    const auto blend = [](float a, float b, float t) { return a + (b - a) * t * t * (3 - 2 * t); };
-    float sum = 0;
-    float weight = 0.5F;
-    for (int octave = 0; octave < 6; ++octave, weight /= 2, x *= 2, y *= 2, z *= 2) {
-        const auto i = static_cast<int32_t>(std::floor(x));
-        const auto j = static_cast<int32_t>(std::floor(y));
-        const auto k = static_cast<int32_t>(std::floor(z));
-        const float tx = x - static_cast<float>(i);
-        const float ty = y - static_cast<float>(j);
-        const auto face = [&](int32_t depth) {
-            return blend(blend(corner(i, j, depth), corner(i + 1, j, depth), tx),
-                         blend(corner(i, j + 1, depth), corner(i + 1, j + 1, depth), tx), ty);
-        };
-        sum += weight * blend(face(k), face(k + 1), z - static_cast<float>(k));
-    }
-    return sum;
-}
-
-// Seas, plains and mountains of noise on a sphere, and ice at the poles: an equirectangular map.
-Image map_of_a_planet(int32_t width, int32_t height) {
-    constexpr float pi = 3.1415927F;
-    struct Step {
-        float height;
-        Colour colour;
-    };
-    constexpr std::array<Step, 6> steps = {{{0.3F, {14, 38, 92}},
-                                            {0.49F, {36, 96, 158}},
-                                            {0.5F, {214, 196, 140}},
-                                            {0.54F, {70, 122, 56}},
-                                            {0.66F, {118, 96, 70}},
-                                            {0.74F, {244, 246, 250}}}};
+// Octaves of noise on a sphere, with cold poles, as an equirectangular map. Sines are rounded from double precision, so
+// that they are the same with every runtime.
+Image map_of_heights(Run &run, int32_t width, int32_t height) {
+    constexpr double pi = 3.14159265358979;
     Image map(width, height);
     for (int32_t y = 0; y < height; ++y) {
-        const float latitude = pi * (0.5F - static_cast<float>(y) / static_cast<float>(height - 1));
+        const double latitude = pi * (0.5 - y / static_cast<double>(height - 1));
+        const auto up = static_cast<float>(std::sin(latitude));
         for (int32_t x = 0; x < width; ++x) {
-            const float longitude = 2 * pi * static_cast<float>(x) / static_cast<float>(width);
-            const float around = 2.2F * std::cos(latitude);
-            const float land = noise_at(around * std::cos(longitude) + 9, around * std::sin(longitude) + 5,
-                                        2.2F * std::sin(latitude) + 7);
-            const float cold = std::max(std::abs(latitude) - 0.9F, 0.0F);
-            const float level = std::clamp(land + cold, steps.front().height, steps.back().height);
-            std::size_t i = 1;
-            while (level > steps[i].height) ++i;
-            const float part = (level - steps[i - 1].height) / (steps[i].height - steps[i - 1].height);
-            const auto mix = [&](uint8_t a, uint8_t b) {
-                return static_cast<uint8_t>(static_cast<float>(a) + part * static_cast<float>(b - a));
-            };
-            const Colour &a = steps[i - 1].colour;
-            const Colour &b = steps[i].colour;
-            map.set(x, y, {mix(a.red, b.red), mix(a.green, b.green), mix(a.blue, b.blue)});
+            const double longitude = 2 * pi * x / width;
+            const auto east = static_cast<float>(std::cos(latitude) * std::cos(longitude));
+            const auto north = static_cast<float>(std::cos(latitude) * std::sin(longitude));
+            float land = 0.5F + 0.8F * std::max(std::abs(up) - 0.8F, 0.0F);
+            float scale = 1.1F;
+            float weight = 0.24F;
+            for (int octave = 0; octave < 5; ++octave, scale *= 2, weight /= 2)
+                land += weight * run.call(EXPORT(glm_simplex_noise3), east * scale + 3, north * scale + 5, up * scale);
+            const uint8_t sample = level(land);
+            map.set(x, y, {sample, sample, sample});
         }
     }
     return map;
 }
 
+// Seas, beaches, plains, mountains and snow by height.
+std::array<std::array<uint8_t, 256>, 3> colours_of_heights() {
+    struct Step {
+        int32_t height;
+        std::array<uint8_t, 3> colour;
+    };
+    constexpr std::array<Step, 8> steps = {{{0, {14, 38, 92}},
+                                            {70, {14, 38, 92}},
+                                            {134, {36, 96, 158}},
+                                            {138, {214, 196, 140}},
+                                            {148, {70, 122, 56}},
+                                            {176, {118, 96, 70}},
+                                            {190, {244, 246, 250}},
+                                            {255, {244, 246, 250}}}};
+    std::array<std::array<uint8_t, 256>, 3> tables{};
+    for (std::size_t i = 1; i < steps.size(); ++i) {
+        const Step &from = steps[i - 1];
+        const Step &to = steps[i];
+        for (int32_t h = from.height; h <= to.height; ++h)
+            for (std::size_t k = 0; k < 3; ++k)
+                tables[k][static_cast<std::size_t>(h)] = static_cast<uint8_t>(
+                    from.colour[k] + (to.colour[k] - from.colour[k]) * (h - from.height) / (to.height - from.height));
+    }
+    return tables;
+}
+
 void planet(Run &run) {
     constexpr int32_t side = 480;
-    run.layer = map_of_a_planet(1024, 512);
-    const Image &map = *run.layer;
-    Image &picture = run.draw_on(side, side, {6, 8, 18});
-    run.call(EXPORT(xGlobe), map.width, map.height, side, side, middle(side), middle(side), 0.45F * side, 130.0F, 25.0F,
+    run.layer = map_of_heights(run, 512, 256);
+    Image &map = *run.layer;
+    const auto tables = colours_of_heights();
+    run.label("colours", tables);
+    run.call(EXPORT(ApplyGradient), map.width, 0, map.height, map.red.data(), map.green.data(), map.blue.data(),
+             tables[0].data(), tables[1].data(), tables[2].data());
+    Image &picture = run.draw_on(side, side, {4, 5, 14});
+    run.call(EXPORT(xNova), side, side, middle(side), middle(side), 0.8F * side, 60, 3, 70.0F, 130.0F, 255.0F, 12.0F,
+             picture.red.data(), picture.green.data(), picture.blue.data());
+    run.call(EXPORT(xGlobe), map.width, map.height, side, side, middle(side), middle(side), 0.38F * side, 20.0F, 25.0F,
              map.red.data(), map.green.data(), map.blue.data(), picture.red.data(), picture.green.data(),
              picture.blue.data());
 }
@@ -407,7 +401,11 @@ Family warps_family() {
              "The tiny planet back to a panorama; only its middle has lost detail.",
              {"xPolarHelper"},
              unrolled_planet},
-            {"planet", "Planet", "A map of noise wrapped on a ball, seen from 25 degrees north.", {"xGlobe"}, planet},
+            {"planet",
+             "Planet with an atmosphere",
+             "Noise of space, coloured by height, wrapped on a ball before a burst of light.",
+             {"glm_simplex_noise3", "ApplyGradient", "xNova", "xGlobe"},
+             planet},
             {"melting",
              "Melting",
              "Random vectors of a coarse grid, resized to a displacement for each pixel.",
