@@ -118,7 +118,7 @@ void draw_costs(Image &picture, const Image &of, const std::vector<int32_t> &cos
         sum += cost;
         ++count;
     }
-    const float mean = static_cast<float>(sum / count + 1);
+    const auto mean = static_cast<float>(sum + count) / static_cast<float>(count);
     for (int32_t y = 0; y < of.height; ++y) {
         for (int32_t x = 0; x < of.width; ++x) {
             const int32_t cost = costs[of.index(x, y)];

@@ -54,11 +54,10 @@ class OpenFrames {
 
   private:
     static std::vector<char> bytes(const Image &photo, int32_t width, int32_t height) {
-        std::vector<Image> images;
-        for (int32_t number = 0; number < frame_count; ++number)
-            images.push_back(frame_of(photo, width, height, number));
-        std::vector<FramePlanes> frames;
-        for (const Image &image : images) frames.push_back(image.planes());
+        std::vector<Image> images(frame_count);
+        for (int32_t number = 0; Image & image : images) image = frame_of(photo, width, height, number++);
+        std::vector<FramePlanes> frames(images.size());
+        std::ranges::transform(images, frames.begin(), [](const Image &image) { return image.planes(); });
         return bytes_of_frame_file(width, height, frames);
     }
 
@@ -136,7 +135,7 @@ void thumbnails(Run &run) {
         paste(picture, thumbnail, 10, top);
 
         std::array<std::vector<uint8_t>, 3> scratch;
-        for (auto &plane : scratch) plane.resize(static_cast<std::size_t>((2 * width + 1) * 2 * height));
+        for (auto &plane : scratch) plane.resize(std::size_t{2} * (2 * width + 1) * height);
         std::vector<uint8_t> pixels(static_cast<std::size_t>(3 * (width + 1) * height));
         run.label("scratch", scratch[0]);
         run.label("pixels", pixels);
@@ -144,7 +143,7 @@ void thumbnails(Run &run) {
                  scratch[1].data(), scratch[2].data(), pixels.data(), photo.x_max(), photo.y_max(), width, height);
         for (int32_t y = 0; y < height; ++y) {
             for (int32_t x = 0; x < width; ++x) {
-                const uint8_t *pixel = &pixels[static_cast<std::size_t>(3 * ((width + 1) * y + x))];
+                const uint8_t *pixel = &pixels[std::size_t{3} * ((width + 1) * y + x)];
                 thumbnail.set(x, y, {pixel[2], pixel[1], pixel[0]});
             }
         }

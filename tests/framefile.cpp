@@ -303,13 +303,14 @@ TEST(FrameFile, ThumbnailsAreResampledThenHalved) {
     const Thumbnail same({0, 4, 250, 8, 12, 250, 250, 250, 250}, 2, 2, 1, 1);
     EXPECT_EQ(same.scratch[0], (Bytes{0, 4, 99, 8, 12, 99}));
     EXPECT_EQ(same.pixels[2], 6);
-    const Thumbnail wide({0, 100, 0, 100}, 1, 1, 2, 1);
+    const Bytes ramp = {0, 100, 0, 100};
+    const Thumbnail wide(ramp, 1, 1, 2, 1);
     EXPECT_EQ(wide.scratch[0], (Bytes{0, 25, 50, 75, 99, 0, 25, 50, 75, 99}));
     EXPECT_EQ((std::array{wide.pixels[2], wide.pixels[5], wide.pixels[8]}), (std::array<uint8_t, 3>{12, 62, 99}));
-    EXPECT_EQ(Thumbnail({0, 100, 0, 100}, 1, 1, 2, 0).result, 0);
-    EXPECT_EQ(Thumbnail({0, 100, 0, 100}, 1, 1, 2, -1).result, 0);
-    EXPECT_EQ(Thumbnail({0, 100, 0, 100}, 1, 1, 0, 3).result, 3);
-    EXPECT_EQ(Thumbnail({0, 100, 0, 100}, 1, 1, -2, 3).result, 3);
+    for (const int32_t none : {0, -2}) {
+        EXPECT_EQ(Thumbnail(ramp, 1, 1, 2, none).result, 0);
+        EXPECT_EQ(Thumbnail(ramp, 1, 1, none, 3).result, 3);
+    }
 }
 
 // From this many samples on some row starts fall between the numbers that a float holds.
@@ -347,11 +348,6 @@ const BulkCase cases[] = {
      [](Workspace &w) {
          const uint8_t *src[3] = {w.buffer(w.count()), w.buffer(w.count()), w.buffer(w.count())};
          p_scale_to_dib(src[0], src[1], src[2], w.result<uint32_t>(45 * 60), w.width, w.height, 45, 60, 45);
-     }},
-    {"FilmstripHelper",
-     [](Workspace &w) {
-         FilmstripHelper(static_cast<float>(w.width) / 50, 0, 49, w.buffer(static_cast<std::size_t>(w.width)),
-                         w.result(50));
      }},
     {"xRLE_Encode_byte",
      [](Workspace &w) {

@@ -24,7 +24,7 @@ void read_plane(std::FILE *stream, const tavik_frame_header &header, int32_t pla
     // After a seek that fails the runtimes stand at different places.
     if (bytes == 0 || std::fseek(stream, offset, SEEK_SET) != 0) return;
     // What a short file lacks stays as it was.
-    if (std::fread(dst, 1, bytes, stream) != bytes) std::clearerr(stream);
+    static_cast<void>(std::fread(dst, 1, bytes, stream));
 }
 
 #if defined(_WIN32)
@@ -68,7 +68,7 @@ void draw(const ScaledPlanes &planes, void *target) {
 
 TAVIK_EXPORT(FILE *) kvf_open(const char *path, tavik_frame_header *header) {
     std::FILE *stream = std::fopen(path, "rb");
-    if (stream != nullptr && std::fread(header, sizeof *header, 1, stream) != 1) std::clearerr(stream);
+    if (stream != nullptr) static_cast<void>(std::fread(header, sizeof *header, 1, stream));
     return stream;
 }
 
@@ -101,4 +101,4 @@ kvf_getframetoHDC_scaled(FILE *stream, const tavik_frame_header *header, int32_t
          target);
 }
 
-TAVIK_EXPORT(void) kvf_close(FILE *stream) { std::fclose(stream); }
+TAVIK_EXPORT(void) kvf_close(FILE *stream) { static_cast<void>(std::fclose(stream)); }
