@@ -1,6 +1,7 @@
 #include "tavik/paint/disc.h"
 
 #include <cmath>
+#include <limits>
 #include <type_traits>
 
 #include "tavik/frame/arithmetic.h"
@@ -34,6 +35,8 @@ namespace {
 
 constexpr PerLevel<PaintDisc<uint8_t>> add = TAVIK_EVERY_LEVEL(add);
 constexpr PerLevel<PaintDisc<uint8_t>> multiply = TAVIK_EVERY_LEVEL(multiply);
+constexpr PerLevel<void(const Disc &disc, const Box &box, uint8_t *pixels)> replace_in_display_row =
+    TAVIK_EVERY_LEVEL(replace_in_display_row);
 constexpr PerLevel<void(const Disc &disc, const Box &box, const Canvas<float> &canvas, float depth,
                         const float *depths)>
     replace_in_front = TAVIK_EVERY_LEVEL(replace_in_front);
@@ -72,6 +75,15 @@ FeatheredCircle(float cx, float cy, float diameter, float feather, float red, fl
                 int32_t x_max, int32_t y_max, uint8_t *plane_r, uint8_t *plane_g, uint8_t *plane_b) {
     return paint_serially(replace_bytes.active(), dab(cx, cy, diameter, feather, red, green, blue, opacity), y_max,
                           Canvas<uint8_t>{x_max, {plane_r, plane_g, plane_b}});
+}
+
+TAVIK_EXPORT(void)
+brush_preview_helper(uint8_t *row, int32_t count, int32_t y, float cx, float cy, float diameter, float feather,
+                     float red, float green, float blue, float opacity, int32_t row_offset) {
+    const Disc disc = dab(cx, cy, diameter, feather, red, green, blue, opacity);
+    const Box box = box_of(disc, count, std::numeric_limits<int32_t>::max(), RowBelow::included);
+    if (box.empty() || y < box.top || y >= box.bottom) return;
+    replace_in_display_row.active()(disc, {box.left, box.right, y, y + 1}, row + row_offset);
 }
 
 TAVIK_EXPORT(int32_t)
