@@ -168,7 +168,7 @@ void paint(const Rule &rule, const Disc &disc, const Box &box, const Canvas<Samp
         const Span span = by_chords ? chord(disc, box, dy_squared) : Span{box.left, box.right};
         int32_t x = span.begin;
 #if TAVIK_LEVEL >= TAVIK_SSE2
-        if (canvas.x_max >= lanes) {
+        if (canvas.x_max - canvas.left >= lanes) {
             for (; x < span.end; x += lanes) {
                 // The last vector may begin before x, so that it ends inside the row.
                 const int32_t first = std::min(x, canvas.x_max - lanes);
@@ -190,27 +190,6 @@ template <class Sample> void replace(const Disc &disc, const Box &box, const Can
         paint(Replace<false, true>(disc), disc, box, canvas);
 }
 
-// The same columns of one row of 3 bytes per pixel: blue, green, red.
-template <class Rule> void paint_display_row(const Rule &rule, const Disc &disc, const Box &box, uint8_t *pixels) {
-    const float dy = static_cast<float>(box.top) - disc.cy;
-    const float dy_squared = dy * dy;
-    for (int32_t x = box.left; x < box.right; ++x) {
-        const float dx = static_cast<float>(x) - disc.cx;
-        const auto mix = rule.at(fast_root(dx * dx + dy_squared), 0);
-        for (size_t channel = 0; channel < 3; ++channel) {
-            uint8_t *sample = pixels + 3 * static_cast<size_t>(x) + (2 - channel);
-            write_samples(sample, mix(read_samples<float>(sample), disc.colour[channel]));
-        }
-    }
-}
-
-void replace_in_display_row(const Disc &disc, const Box &box, uint8_t *pixels) {
-    if (disc.opacity < 1.0F)
-        paint_display_row(Replace<true, true>(disc), disc, box, pixels);
-    else
-        paint_display_row(Replace<false, true>(disc), disc, box, pixels);
-}
-
 void add(const Disc &disc, const Box &box, const Canvas<uint8_t> &canvas) { paint(Add(disc), disc, box, canvas); }
 
 void multiply(const Disc &disc, const Box &box, const Canvas<uint8_t> &canvas) {
@@ -219,4 +198,24 @@ void multiply(const Disc &disc, const Box &box, const Canvas<uint8_t> &canvas) {
 
 void replace_in_front(const Disc &disc, const Box &box, const Canvas<float> &canvas, float depth, const float *depths) {
     paint(InFront(disc, depth, depths), disc, box, canvas);
+}
+
+// Between pixels of three bytes, blue, green, red, and planes.
+
+void split_pixels(const uint8_t *pixels, uint8_t *r, uint8_t *g, uint8_t *b, size_t count) {
+    TAVIK_INDEPENDENT
+    for (size_t i = 0; i < count; ++i) {
+        b[i] = pixels[3 * i];
+        g[i] = pixels[3 * i + 1];
+        r[i] = pixels[3 * i + 2];
+    }
+}
+
+void join_pixels(const uint8_t *r, const uint8_t *g, const uint8_t *b, uint8_t *pixels, size_t count) {
+    TAVIK_INDEPENDENT
+    for (size_t i = 0; i < count; ++i) {
+        pixels[3 * i] = b[i];
+        pixels[3 * i + 1] = g[i];
+        pixels[3 * i + 2] = r[i];
+    }
 }
