@@ -41,6 +41,7 @@ Family gradients_family();
 Family fractals_family();
 Family terrain_family();
 Family paint_family();
+Family brushes_family();
 Family blockmatch_family();
 Family framefile_family();
 Family frame_family();
