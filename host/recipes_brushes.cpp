@@ -10,6 +10,7 @@
 #include "host/run.h"
 #include "tavik/colour/colour.h"
 #include "tavik/convert/convert.h"
+#include "tavik/filters/filters.h"
 #include "tavik/paint/paint.h"
 #include "tavik/tone/tone.h"
 
@@ -86,7 +87,7 @@ void smeared_sky(Run &run) {
     for (int32_t stroke = 0; stroke < 9; ++stroke) {
         const auto along_sine = [&](float t) {
             const float height = 40.0F + 44.0F * real(stroke);
-            return Point{t * 760 - 20, height + 26 * on_circle(1.6 * t + 0.21 * stroke).y};
+            return Point{24 + t * 720, height + 26 * on_circle(1.6 * t + 0.21 * stroke).y};
         };
         drag(500, size, along_sine, [&](int32_t left, int32_t top, bool first) {
             run.call(EXPORT(Cust_Smear_helper2), left, top, size, size, first ? 0.0F : 0.55F, first ? 1.0F : 0.04F,
@@ -199,10 +200,11 @@ void marching(Run &run) {
     Bytes selection(count);
     Bytes labels(count);
     Bytes light(count);
-    // What is far from the dark red of the saucer is selected.
-    run.call(EXPORT(xKeyToAlpha), small.width, small.height, 130, 38, 24, 50.0F, 90.0F, small.red.data(),
+    // The mask is 0 near the red of the saucer, which is what shall be selected.
+    run.call(EXPORT(xKeyToAlpha), small.width, small.height, 180, 44, 15, 11.0F, 29.0F, small.red.data(),
              small.green.data(), small.blue.data(), selection.data());
     for (uint8_t &value : selection) value = static_cast<uint8_t>(255 - value);
+    run.call(EXPORT(xBlur), small.width, small.height, 2, 2, selection.data(), selection.data());
     run.call(EXPORT(xInitMarquee), selection.data(), labels.data(), small.width, small.height, 127, 8, 1, 1);
     Image &picture = run.draw_on(4 * (small.width + gap) + gap, 4 * (small.height + gap) + gap, {250, 250, 252});
     for (int32_t frame = 0; frame < frames; ++frame) {
@@ -282,16 +284,14 @@ void flower_bed(Run &run) {
     const Image before = picture;
     const auto from = before.planes();
     const auto to = picture.planes();
-    const std::array<Point, 3> clones = {Point{350, 25}, {470, 195}, {130, 190}};
-    for (const Point &moved : clones) {
+    constexpr int32_t left = 21;
+    constexpr int32_t top = 23;
+    Image spot(250, 210);
+    spot.red = round_mask(spot.width, spot.height, 0.9F);
+    for (const auto &[dx, dy] : {std::array{290, -5}, {144, 182}, {434, 177}}) {
         Image mask(picture.width, picture.height);
-        Image spot(290, 240);
-        spot.red = round_mask(spot.width, spot.height, 0.8F);
-        paste(mask, spot, 5 + static_cast<int32_t>(moved.x) - (moved.x > 400 ? 60 : 0),
-              15 + static_cast<int32_t>(moved.y) - (moved.y > 100 ? 30 : 0));
-        run.call(EXPORT(xclonefill), picture.width, picture.height,
-                 -static_cast<int32_t>(moved.x) + (moved.x > 400 ? 60 : 0),
-                 -static_cast<int32_t>(moved.y) + (moved.y > 100 ? 30 : 0), 255, mask.red.data(), from[0], from[1],
+        paste(mask, spot, left + dx, top + dy);
+        run.call(EXPORT(xclonefill), picture.width, picture.height, -dx, -dy, 255, mask.red.data(), from[0], from[1],
                  from[2], to[0], to[1], to[2]);
     }
 }
@@ -325,7 +325,7 @@ void brush_strip(Run &run) {
             const float feather = size * 0.5F * (row == 0 ? 0.04F : (row == 1 ? 0.5F : 0.95F));
             const auto colour = hue(0.1 * column + 0.3 * row);
             run.call(EXPORT(brush_preview_helper), bitmap.data(), cell, y % cell, 47.5F, 47.5F, size - 2 * feather,
-                     2 * feather, colour[0] * 0.8F, colour[1] * 0.8F, colour[2] * 0.8F, row == 2 ? 0.8F : 1.0F,
+                     feather, colour[0] * 0.8F, colour[1] * 0.8F, colour[2] * 0.8F, row == 2 ? 0.8F : 1.0F,
                      3 * (y * picture.width + column * cell));
         }
     for (std::size_t i = 0; i < picture.red.size(); ++i) {
@@ -364,7 +364,7 @@ Family brushes_family() {
                 {"marching",
                  "A selection that marches",
                  "Sixteen frames, row by row: one plane of labels through a table that turns by one each time.",
-                 {"xKeyToAlpha", "xInitMarquee", "ValueLut"},
+                 {"xKeyToAlpha", "xBlur", "xInitMarquee", "ValueLut"},
                  marching},
                 {"flower_bed",
                  "A flower bed, cloned",
