@@ -42,6 +42,7 @@ Family fractals_family();
 Family terrain_family();
 Family paint_family();
 Family brushes_family();
+Family foliage_family();
 Family blockmatch_family();
 Family framefile_family();
 Family frame_family();

@@ -11,6 +11,9 @@ template <> inline float read_samples<float>(const float *from) { return *from; 
 template <> inline float read_samples<float>(const uint8_t *from) { return static_cast<float>(*from); }
 template <> inline float columns_from<float>(int32_t first) { return static_cast<float>(first); }
 
+inline float square_root(float value) { return std::sqrt(value); }
+inline bool any_lane(bool choice) { return choice; }
+
 inline void write_samples(float *to, float value) { *to = value; }
 inline void write_samples(uint8_t *to, float value) { *to = low_byte(tavik::truncate(value)); }
 
@@ -23,6 +26,27 @@ using Floats = float __attribute__((vector_size(vector_bytes)));
 constexpr int32_t lanes = vector_bytes / sizeof(float);
 
 inline Floats select(Longs choice, Floats if_true, Floats if_false) { return choice ? if_true : if_false; }
+
+inline Floats square_root(Floats values) {
+#if TAVIK_LEVEL >= TAVIK_AVX512
+    return _mm512_maskz_sqrt_ps(every_lane, values);
+#elif TAVIK_LEVEL >= TAVIK_AVX2
+    return _mm256_sqrt_ps(values);
+#else
+    return _mm_sqrt_ps(values);
+#endif
+}
+
+inline bool any_lane(Longs choice) {
+    const auto bits = reinterpret_cast<ByteVector>(choice);
+#if TAVIK_LEVEL >= TAVIK_AVX512
+    return _mm512_test_epi32_mask(bits, bits) != 0;
+#elif TAVIK_LEVEL >= TAVIK_AVX2
+    return _mm256_movemask_epi8(bits) != 0;
+#else
+    return _mm_movemask_epi8(bits) != 0;
+#endif
+}
 
 inline Longs lane_numbers() {
     Longs numbers;
@@ -75,3 +99,11 @@ inline void write_samples(uint8_t *to, Floats values) {
 constexpr int32_t lanes = 1;
 
 #endif
+
+// clamp of arithmetic.h: what is no number comes out high.
+template <class Float> Float clamp(Float value, float low, float high) {
+    const Float lowest = low - Float{};
+    const Float highest = high - Float{};
+    const Float lowered = select(value < highest, value, highest);
+    return select(lowered > lowest, lowered, lowest);
+}
