@@ -86,9 +86,9 @@ void bush(Run &run) {
     run.label("depths", ground.depths);
     Pool pool(400);
     run.label("particles", pool.records);
-    const std::array<float, 24> emitter = {310, 452,  370,  456, 60, 40, -90, 130, 3,  7.5F, 26,
-                                           58,  2.5F, 5.5F, 70,  48, 30, 96,  150, 60, 0.5F};
-    const std::array<float, 8> settings = {0, 0.045F, 0, 0, 0.012F, 26, 0.03F, 1};
+    const std::array<float, 24> emitter = {310, 452,  370,  456, 60, 40, -90, 84,  4.5F, 9.5F, 26,
+                                           58,  2.5F, 5.5F, 70,  48, 30, 96,  150, 60,   0.5F};
+    const std::array<float, 8> settings = {0, 0.03F, 0, 0, 0.012F, 14, 0.03F, 1};
     for (int32_t step = 0; step < 60; ++step) {
         for (int32_t k = 0; k < 5 && step < 30; ++k)
             run.call(EXPORT(xEmmit_particle), pool.records.data(), pool.capacity, emitter.data(), 5 * step + k);
