@@ -41,6 +41,8 @@ Family gradients_family();
 Family fractals_family();
 Family terrain_family();
 Family paint_family();
+Family brushes_family();
+Family foliage_family();
 Family blockmatch_family();
 Family framefile_family();
 Family frame_family();

@@ -8,6 +8,7 @@
 #include "tavik/convert/convert.h"
 #include "tavik/dither/dither.h"
 #include "tavik/filters/filters.h"
+#include "tavik/foliage/foliage.h"
 #include "tavik/frame/frame.h"
 #include "tavik/framefile/framefile.h"
 #include "tavik/generators/generators.h"

@@ -82,6 +82,12 @@ constexpr int32_t wrap_mul(int32_t a, int32_t b) {
     return static_cast<int32_t>(static_cast<uint32_t>(a) * static_cast<uint32_t>(b));
 }
 
+// a modulo b, from 0 to b − 1.
+constexpr int32_t floored_modulo(int64_t a, int32_t b) {
+    const auto remainder = static_cast<int32_t>(a % b);
+    return remainder < 0 ? remainder + b : remainder;
+}
+
 // About √x, up to 6% high, by halving the exponent in the float's bits.
 constexpr float fast_root(float x) {
     return std::bit_cast<float>((wrap_sub(std::bit_cast<int32_t>(x), 0x00800000) >> 1) + 0x20000000);

@@ -1,6 +1,7 @@
 #include "tavik/paint/disc.h"
 
 #include <cmath>
+#include <limits>
 #include <type_traits>
 
 #include "tavik/frame/arithmetic.h"
@@ -34,6 +35,10 @@ namespace {
 
 constexpr PerLevel<PaintDisc<uint8_t>> add = TAVIK_EVERY_LEVEL(add);
 constexpr PerLevel<PaintDisc<uint8_t>> multiply = TAVIK_EVERY_LEVEL(multiply);
+constexpr PerLevel<void(const uint8_t *pixels, uint8_t *r, uint8_t *g, uint8_t *b, std::size_t count)> split_pixels =
+    TAVIK_EVERY_LEVEL(split_pixels);
+constexpr PerLevel<void(const uint8_t *r, const uint8_t *g, const uint8_t *b, uint8_t *pixels, std::size_t count)>
+    join_pixels = TAVIK_EVERY_LEVEL(join_pixels);
 constexpr PerLevel<void(const Disc &disc, const Box &box, const Canvas<float> &canvas, float depth,
                         const float *depths)>
     replace_in_front = TAVIK_EVERY_LEVEL(replace_in_front);
@@ -72,6 +77,25 @@ FeatheredCircle(float cx, float cy, float diameter, float feather, float red, fl
                 int32_t x_max, int32_t y_max, uint8_t *plane_r, uint8_t *plane_g, uint8_t *plane_b) {
     return paint_serially(replace_bytes.active(), dab(cx, cy, diameter, feather, red, green, blue, opacity), y_max,
                           Canvas<uint8_t>{x_max, {plane_r, plane_g, plane_b}});
+}
+
+TAVIK_EXPORT(void)
+brush_preview_helper(uint8_t *row, int32_t count, int32_t y, float cx, float cy, float diameter, float feather,
+                     float red, float green, float blue, float opacity, int32_t row_offset) {
+    const Disc disc = dab(cx, cy, diameter, feather, red, green, blue, opacity);
+    const Box box = box_of(disc, count, std::numeric_limits<int32_t>::max(), RowBelow::included);
+    if (box.empty() || y < box.top || y >= box.bottom) return;
+    constexpr int32_t most = 256;
+    std::array<std::array<uint8_t, most + 1>, 3> run; // planes of one row, with the column that is never painted
+    auto &[r, g, b] = run;
+    for (int32_t x = box.left; x < box.right;) {
+        const int32_t columns = std::min(box.right - x, most);
+        uint8_t *pixels = row + row_offset + 3 * static_cast<std::ptrdiff_t>(x);
+        split_pixels.active()(pixels, r.data(), g.data(), b.data(), static_cast<std::size_t>(columns));
+        replace_bytes.active()(disc, {x, x + columns, y, y + 1}, {x + columns, {r.data(), g.data(), b.data()}, x, y});
+        join_pixels.active()(r.data(), g.data(), b.data(), pixels, static_cast<std::size_t>(columns));
+        x += columns;
+    }
 }
 
 TAVIK_EXPORT(int32_t)

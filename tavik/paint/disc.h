@@ -38,8 +38,15 @@ Box box_of(const Disc &disc, int32_t x_max, int32_t y_max, RowBelow row_below);
 template <class Sample> struct Canvas {
     int32_t x_max;
     std::array<Sample *, 3> planes;
+    // Planes may hold only so much of a picture, from this column and row on.
+    int32_t left = 0;
+    int32_t top = 0;
 
-    std::size_t row(int32_t y) const { return static_cast<std::size_t>(y) * (static_cast<std::size_t>(x_max) + 1); }
+    // The index of column 0 in a row, modulo 2^64 or 2^32.
+    std::size_t row(int32_t y) const {
+        return static_cast<std::size_t>(y - top) * (static_cast<std::size_t>(x_max - left) + 1) -
+               static_cast<std::size_t>(left);
+    }
 };
 
 // Paints the box's part of a disc in replace mode. The box is not empty and lies within box_of.

@@ -3,84 +3,15 @@
 
 using tavik::fast_root;
 
-inline float select(bool choice, float if_true, float if_false) { return choice ? if_true : if_false; }
-
-template <class Float> Float read_samples(const float *from);
-template <class Float> Float read_samples(const uint8_t *from);
-template <class Float> Float columns_from(int32_t first);
-
-template <> inline float read_samples<float>(const float *from) { return *from; }
-template <> inline float read_samples<float>(const uint8_t *from) { return static_cast<float>(*from); }
-template <> inline float columns_from<float>(int32_t first) { return static_cast<float>(first); }
-
-inline void write_samples(float *to, float value) { *to = value; }
-inline void write_samples(uint8_t *to, float value) { *to = low_byte(tavik::truncate(value)); }
+#include "tavik/frame/float_lanes.inl"
 
 #if TAVIK_LEVEL >= TAVIK_SSE2
-
-#include "tavik/frame/byte_vector.inl"
-
-using Floats = float __attribute__((vector_size(vector_bytes)));
-
-constexpr int32_t lanes = vector_bytes / sizeof(float);
-
-inline Floats select(Longs choice, Floats if_true, Floats if_false) { return choice ? if_true : if_false; }
 
 inline Floats fast_root(Floats number) {
     using Bits = uint32_t __attribute__((vector_size(vector_bytes)));
     const auto shifted = reinterpret_cast<Longs>(reinterpret_cast<Bits>(number) - 0x800000U) >> 1;
     return reinterpret_cast<Floats>(reinterpret_cast<Bits>(shifted) + 0x20000000U);
 }
-
-inline Longs lane_numbers() {
-    Longs numbers;
-    for (int32_t lane = 0; lane < lanes; ++lane) numbers[lane] = lane;
-    return numbers;
-}
-
-template <> inline Floats columns_from<Floats>(int32_t first) {
-    return __builtin_convertvector(lane_numbers() + first, Floats);
-}
-
-template <> inline Floats read_samples<Floats>(const float *from) { return reinterpret_cast<Floats>(load(from)); }
-
-template <> inline Floats read_samples<Floats>(const uint8_t *from) {
-#if TAVIK_LEVEL >= TAVIK_AVX512
-    const ByteVector longs =
-        _mm512_maskz_cvtepu8_epi32(every_lane, _mm_loadu_si128(reinterpret_cast<const __m128i *>(from)));
-#elif TAVIK_LEVEL >= TAVIK_AVX2
-    const ByteVector longs = _mm256_cvtepu8_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i *>(from)));
-#else
-    int32_t four;
-    std::memcpy(&four, from, sizeof four);
-    const ByteVector zero = {};
-    const ByteVector longs = interleave_low_words(interleave_low_bytes(_mm_cvtsi32_si128(four), zero), zero);
-#endif
-    return __builtin_convertvector(reinterpret_cast<Longs>(longs), Floats);
-}
-
-inline void write_samples(float *to, Floats values) { std::memcpy(to, &values, sizeof values); }
-
-inline void write_samples(uint8_t *to, Floats values) {
-    const ByteVector longs = truncate(reinterpret_cast<FloatVector>(values));
-#if TAVIK_LEVEL >= TAVIK_AVX512
-    _mm_storeu_si128(reinterpret_cast<__m128i *>(to), _mm512_maskz_cvtepi32_epi8(every_lane, longs));
-#else
-    const auto low_bytes = reinterpret_cast<ByteVector>(reinterpret_cast<Longs>(longs) & 0xFF);
-#if TAVIK_LEVEL >= TAVIK_AVX2
-    const __m128i words = _mm_packs_epi32(_mm256_castsi256_si128(low_bytes), _mm256_extracti128_si256(low_bytes, 1));
-    _mm_storel_epi64(reinterpret_cast<__m128i *>(to), _mm_packus_epi16(words, words));
-#else
-    const ByteVector words = pack_longs(low_bytes, low_bytes);
-    const int32_t four = _mm_cvtsi128_si32(pack_words(words, words));
-    std::memcpy(to, &four, sizeof four);
-#endif
-#endif
-}
-
-#else
-
-constexpr int32_t lanes = 1;
 
 #endif
 
@@ -237,7 +168,7 @@ void paint(const Rule &rule, const Disc &disc, const Box &box, const Canvas<Samp
         const Span span = by_chords ? chord(disc, box, dy_squared) : Span{box.left, box.right};
         int32_t x = span.begin;
 #if TAVIK_LEVEL >= TAVIK_SSE2
-        if (canvas.x_max >= lanes) {
+        if (canvas.x_max - canvas.left >= lanes) {
             for (; x < span.end; x += lanes) {
                 // The last vector may begin before x, so that it ends inside the row.
                 const int32_t first = std::min(x, canvas.x_max - lanes);
@@ -267,4 +198,24 @@ void multiply(const Disc &disc, const Box &box, const Canvas<uint8_t> &canvas) {
 
 void replace_in_front(const Disc &disc, const Box &box, const Canvas<float> &canvas, float depth, const float *depths) {
     paint(InFront(disc, depth, depths), disc, box, canvas);
+}
+
+// Between pixels of three bytes, blue, green, red, and planes.
+
+void split_pixels(const uint8_t *pixels, uint8_t *r, uint8_t *g, uint8_t *b, size_t count) {
+    TAVIK_INDEPENDENT
+    for (size_t i = 0; i < count; ++i) {
+        b[i] = pixels[3 * i];
+        g[i] = pixels[3 * i + 1];
+        r[i] = pixels[3 * i + 2];
+    }
+}
+
+void join_pixels(const uint8_t *r, const uint8_t *g, const uint8_t *b, uint8_t *pixels, size_t count) {
+    TAVIK_INDEPENDENT
+    for (size_t i = 0; i < count; ++i) {
+        pixels[3 * i] = b[i];
+        pixels[3 * i + 1] = g[i];
+        pixels[3 * i + 2] = r[i];
+    }
 }

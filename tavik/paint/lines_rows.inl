@@ -11,8 +11,7 @@ struct Shares {
 };
 
 // One pixel at a time, so that it waits for none but the sample before that painted the same pixel.
-inline void mix_pixel(const LineCanvas &canvas, size_t index, const Shares &shares,
-                      const std::array<float, 3> &colour) {
+inline void mix_pixel(const LineCanvas &canvas, size_t index, const Shares &shares, const Colour &colour) {
     uint8_t &r = canvas.planes[0][index];
     uint8_t &g = canvas.planes[1][index];
     uint8_t &b = canvas.planes[2][index];
@@ -35,17 +34,17 @@ inline void mix_pixel(const LineCanvas &canvas, size_t index, const Shares &shar
 }
 
 // Spreads a sample over the four pixels from this index on. fx and fy are its distances from the first of them.
-inline void spread(const Line &line, const LineCanvas &canvas, size_t index, float fx, float fy) {
+inline void spread(const Colour &colour, const LineCanvas &canvas, size_t index, float fx, float fy) {
     const float gx = 1.0F - fx;
     const float gy = 1.0F - fy;
     const auto below = index + static_cast<size_t>(canvas.width);
-    mix_pixel(canvas, index, {fx, gx, fy, gy}, line.colour);
-    mix_pixel(canvas, index + 1, {gx, fx, fy, gy}, line.colour);
-    mix_pixel(canvas, below, {fx, gx, gy, fy}, line.colour);
-    mix_pixel(canvas, below + 1, {gx, fx, gy, fy}, line.colour);
+    mix_pixel(canvas, index, {fx, gx, fy, gy}, colour);
+    mix_pixel(canvas, index + 1, {gx, fx, fy, gy}, colour);
+    mix_pixel(canvas, below, {fx, gx, gy, fy}, colour);
+    mix_pixel(canvas, below + 1, {gx, fx, gy, fy}, colour);
 }
 
-void draw(const Line &line, const LineCanvas &canvas) {
+template <class Colours> void draw(const Line &line, const Colours &colours, const LineCanvas &canvas) {
     float x = line.x;
     float y = line.y;
     for (int32_t sample = 0; sample < line.samples; ++sample) {
@@ -54,7 +53,7 @@ void draw(const Line &line, const LineCanvas &canvas) {
         if (column >= 0 && row >= 0 && column < canvas.width - 1 && row < canvas.height - 1) {
             const size_t index =
                 static_cast<size_t>(row) * static_cast<size_t>(canvas.width) + static_cast<size_t>(column);
-            spread(line, canvas, index, x - static_cast<float>(column), y - static_cast<float>(row));
+            spread(colours.at(sample), canvas, index, x - static_cast<float>(column), y - static_cast<float>(row));
         } else if (line.has_left(x, y, canvas)) {
             return;
         }

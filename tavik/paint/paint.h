@@ -1,6 +1,7 @@
-/* paint: feathered round dabs and anti-aliased lines, painted in place into three planes.
+/* paint: feathered round dabs, picture brushes, anti-aliased lines, pictures in quadrilaterals and outlines of
+ * selections, painted in place into three planes.
  *
- * Each export returns 0. Buffer kinds are those of frame.h. A distance is measured with a root that is quick and part
+ * The dabs FeatheredCircle* and xAAFloatLine return 0, the others nothing. Buffer kinds are those of frame.h. A distance is measured with a root that is quick and part
  * of the look:
  *   root(s) = the float whose bits are ((bits of s − 0x800000) >> 1) + 0x20000000, with an arithmetic shift
  * It is exact at even powers of two, up to 6% high between them, and a tiny positive number for 0. */
@@ -86,5 +87,109 @@ FeatheredCircle_ppl_float_zbuffer(float cx, float cy, float diameter, float feat
 TAVIK_EXPORT(int32_t)
 xAAFloatLine(float x0, float y0, float x1, float y1, float red, float green, float blue, int32_t width, int32_t height,
              uint8_t *plane_r, uint8_t *plane_g, uint8_t *plane_b);
+
+/* xAAFloatLine from one colour to another (serial): sample k has the colour (colour1 − colour0) × t + colour0 with
+ * t = float(k) × (1 / length), at most 1. With equal colours it draws what xAAFloatLine draws. */
+TAVIK_EXPORT(void)
+xGradAALine_b(float x0, float y0, float x1, float y1, float red0, float green0, float blue0, float red1, float green1,
+              float blue1, int32_t width, int32_t height, uint8_t *plane_r, uint8_t *plane_g, uint8_t *plane_b);
+
+/* Paints one row of a dab into a display row (serial): pixel x is painted as FeatheredCircle paints pixel (x, y) of
+ * planes that are larger than the row.
+ *   row, row_offset   pixel x is the three bytes blue, green, red from row[row_offset + 3x] on
+ *   count             pixels of the row */
+TAVIK_EXPORT(void)
+brush_preview_helper(uint8_t *row, int32_t count, int32_t y, float cx, float cy, float diameter, float feather,
+                     float red, float green, float blue, float opacity, int32_t row_offset);
+
+/* The exports below round where those above truncate, take sizes as counts and never leave a column or row of their
+ * rectangle out. Bytes are weighed by
+ *   product(a, b) = round(a × b / 255)
+ *   mix(d, s, a) = (d × (256 − w) + s × w + 128) >> 8 with w = a + (a >> 7): d for a = 0, s for a = 255
+ * Weights are 0 .. 255; of others the low byte is used. */
+
+/* Stamps a picture brush: plane = mix(plane, brush, product(brush_a, opacity)) (serial).
+ *   x, y            where the brush's top left pixel lies; what hangs over the planes is cut off
+ *   brush_*         brush_width × brush_height, alpha last
+ *   opacity         0 .. 255
+ *   width, height   of the planes */
+TAVIK_EXPORT(void)
+CustomBrushBlit(int32_t x, int32_t y, int32_t brush_width, int32_t brush_height, int32_t opacity, int32_t width,
+                int32_t height, const uint8_t *brush_r, const uint8_t *brush_g, const uint8_t *brush_b,
+                const uint8_t *brush_a, uint8_t *plane_r, uint8_t *plane_g, uint8_t *plane_b);
+
+/* One step of a smear: the brush leaves some of the paint it carries and picks up some of what it covers (serial).
+ *   x, y, brush_width, brush_height   the brush, cut off as in CustomBrushBlit
+ *   mask       the brush's shape
+ *   carry_*    the paint on it, of its size; the host keeps them from step to step
+ *   strength   how much of its paint the brush leaves, 0 .. 255
+ *   pickup     how much it takes on, 0 .. 255
+ * With o the plane's and c the carried value before: plane = mix(o, c, product(mask, strength)) and
+ * carry = mix(c, o, pickup). A stroke begins with strength 0 and pickup 255, which takes the picture under the brush. */
+TAVIK_EXPORT(void)
+Cust_Smear_helper(int32_t x, int32_t y, int32_t brush_width, int32_t brush_height, int32_t strength, int32_t pickup,
+                  int32_t width, int32_t height, const uint8_t *mask, uint8_t *carry_r, uint8_t *carry_g,
+                  uint8_t *carry_b, uint8_t *plane_r, uint8_t *plane_g, uint8_t *plane_b);
+
+/* Cust_Smear_helper over float planes, for long strokes: bytes stop moving when a step is below half a level (serial).
+ *   strength, pickup   0 .. 1
+ * plane = (c − o) × (mask × (strength × (1/255))) + o and carry = (o − c) × pickup + c. */
+TAVIK_EXPORT(void)
+Cust_Smear_helper2(int32_t x, int32_t y, int32_t brush_width, int32_t brush_height, float strength, float pickup,
+                   int32_t width, int32_t height, const uint8_t *mask, float *carry_r, float *carry_g, float *carry_b,
+                   float *plane_r, float *plane_g, float *plane_b);
+
+/* Fills a selection from elsewhere in a picture: dst = mix(dst, src at (x + dx, y + dy), product(mask, opacity)), where
+ * the picture repeats like a tile (parallel by rows).
+ *   opacity   0 .. 255
+ *   src_*     other planes than dst_*, all of width × height */
+TAVIK_EXPORT(void)
+xclonefill(int32_t width, int32_t height, int32_t dx, int32_t dy, int32_t opacity, const uint8_t *mask,
+           const uint8_t *src_r, const uint8_t *src_g, const uint8_t *src_b, uint8_t *dst_r, uint8_t *dst_g,
+           uint8_t *dst_b);
+
+/* Draws a picture into a quadrilateral, in perspective and with anti-aliased edges (parallel by rows).
+ *   corners                 x and y of the places where the top left, top right, bottom right and bottom left corner
+ *                           of the picture go: a convex quadrilateral, turned either way. Pixel (x, y) covers
+ *                           x − 0.5 .. x + 0.5, so a picture stays where it is with corners −0.5 and size − 0.5
+ *   src_width, src_height   of the picture, 1 or more
+ *   opacity                 0 .. 1
+ *   smooth                  0 takes the nearest sample, anything else interpolates bilinearly
+ * The picture's place (u, v) at a pixel is the projective mapping of Heckbert 1989; beyond its edges they are repeated.
+ * A pixel's weight w is its least signed distance from an edge + 0.5, at most 1, × opacity; where that distance is not
+ * above 0 nothing is written, elsewhere dst = (value − dst) × w + dst, rounded and held to 0 .. 255. Corners without an
+ * area draw nothing; a quadrilateral that is not convex is drawn oddly. */
+TAVIK_EXPORT(void)
+xFillPoly4_p(const float *corners, const uint8_t *src_r, const uint8_t *src_g, const uint8_t *src_b, int32_t src_width,
+             int32_t src_height, uint8_t *dst_r, uint8_t *dst_g, uint8_t *dst_b, int32_t width, int32_t height,
+             float opacity, int32_t smooth);
+
+/* xFillPoly4_p of a picture with an alpha plane, which is sampled like the others: w is multiplied by
+ * alpha × (1/255). */
+TAVIK_EXPORT(void)
+xFillPoly4_Alpha_p(const float *corners, const uint8_t *src_r, const uint8_t *src_g, const uint8_t *src_b,
+                   const uint8_t *src_a, int32_t src_width, int32_t src_height, uint8_t *dst_r, uint8_t *dst_g,
+                   uint8_t *dst_b, int32_t width, int32_t height, float opacity, int32_t smooth);
+
+/* xFillPoly4_Alpha_p through coloured glass: each value is multiplied by tint × (1/255).
+ *   tint_r, tint_g, tint_b   0 .. 255; more brightens */
+TAVIK_EXPORT(void)
+xFillPoly4_Alpha_p_Tinted(const float *corners, const uint8_t *src_r, const uint8_t *src_g, const uint8_t *src_b,
+                          const uint8_t *src_a, int32_t src_width, int32_t src_height, uint8_t *dst_r, uint8_t *dst_g,
+                          uint8_t *dst_b, int32_t width, int32_t height, float opacity, int32_t smooth, float tint_r,
+                          float tint_g, float tint_b);
+
+/* Labels the outline of a selection with stripes that a host can make march (parallel by rows): pixels of the selection
+ * with at least one of their four neighbours outside it get 1 + ((x × slant_x + y × slant_y) modulo (2 × dash)), all
+ * others 0. Pixels beyond the plane are outside.
+ *   mask               selected where above the threshold
+ *   dst                another plane than mask
+ *   dash               length of a stripe, held to 1 .. 127
+ *   slant_x, slant_y   1 and 1 are the usual diagonal stripes, which never break at corners
+ * In frame f of an animation label n is light where (n − 1 + f) modulo (2 × dash) < dash: a table of 256 bytes for
+ * ValueLut or MapLut. */
+TAVIK_EXPORT(void)
+xInitMarquee(const uint8_t *mask, uint8_t *dst, int32_t width, int32_t height, int32_t threshold, int32_t dash,
+             int32_t slant_x, int32_t slant_y);
 
 #endif
