@@ -89,8 +89,11 @@ Image map_of_heights(Run &run, int32_t width, int32_t height) {
             float land = 0.5F + 0.8F * std::max(std::abs(up) - 0.8F, 0.0F);
             float scale = 1.1F;
             float weight = 0.24F;
-            for (int octave = 0; octave < 5; ++octave, scale *= 2, weight /= 2)
+            for (int octave = 0; octave < 5; ++octave) {
                 land += weight * run.call(EXPORT(glm_simplex_noise3), east * scale + 3, north * scale + 5, up * scale);
+                scale *= 2;
+                weight /= 2;
+            }
             const uint8_t sample = level(land);
             map.set(x, y, {sample, sample, sample});
         }

@@ -10,6 +10,13 @@ void transform_positions(const Affine &matrix, float offset_x, float offset_y, c
     }
 }
 
+#if TAVIK_LEVEL == TAVIK_AVX512
+
+// Its 256-bit code is slower in the longer encoding.
+using avx2::add_cubic_samples;
+
+#else
+
 void add_cubic_sample(const SourcePicture &src, const SourcePositions &from, size_t i, SubSamples &sums) {
     if (!src.contains(from.x[i], from.y[i])) return;
     ++sums.count[i];
@@ -95,6 +102,8 @@ void add_cubic_samples(const SourcePicture &src, const SourcePositions &from, si
 #endif
     for (size_t i = done; i < count; ++i) add_cubic_sample(src, from, i, sums);
 }
+
+#endif
 
 // `all` sub-samples to a pixel; those that did not count are of the background.
 void mean_of_samples(const float *sum, const int32_t *counted, float background, int32_t all, uint8_t *dst,
