@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <string>
 #include <vector>
 
 #include "host/circle.h"
@@ -46,11 +45,6 @@ void paint_sky(Image &image) {
     for (int32_t y = 0; y < image.height; ++y)
         fill(image, 0, y, image.width, 1, colour_of(between(stops, real(y) / real(image.y_max()))));
 }
-
-struct Brush {
-    int32_t size;
-    Bytes mask;
-};
 
 // Calls step(left, top, first) for the places of a brush along a path, and at its beginning once more.
 template <class Path, class Step> void drag(int32_t steps, int32_t size, const Path &path, const Step &step) {

@@ -19,6 +19,10 @@ using Bytes = std::vector<uint8_t>;
 using Floats = std::vector<float>;
 constexpr int32_t side = 9;
 
+std::size_t area(int32_t width, int32_t height) {
+    return static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+}
+
 // Three planes of 9 × 9.
 struct Picture {
     std::array<Bytes, 3> planes;
@@ -35,7 +39,7 @@ Picture ramp() {
     Picture picture(0);
     for (int32_t y = 0; y < side; ++y)
         for (int32_t x = 0; x < side; ++x) {
-            const auto i = static_cast<std::size_t>(y * side + x);
+            const auto i = area(side, y) + static_cast<std::size_t>(x);
             picture.planes[0][i] = static_cast<uint8_t>(10 * x + y);
             picture.planes[1][i] = static_cast<uint8_t>(10 * y + x);
             picture.planes[2][i] = static_cast<uint8_t>(7 * x * y);
@@ -259,9 +263,9 @@ template <class Element = uint8_t> std::array<Element *, 3> three_planes(Workspa
 template <class Sample, class Smear> void smear_in(Workspace &w, const Smear &smear) {
     const int32_t width = w.width / 2 + 1;
     const int32_t height = w.height + 2;
-    const auto area = static_cast<std::size_t>(width * height);
-    const uint8_t *mask = w.buffer(area);
-    const auto carry = three_planes<Sample>(w, area);
+    const std::size_t size = area(width, height);
+    const uint8_t *mask = w.buffer(size);
+    const auto carry = three_planes<Sample>(w, size);
     const auto planes = three_planes<Sample>(w, w.count());
     for (const int32_t x : {-w.width / 3, 0, w.width / 3, 2 * w.width / 3})
         smear(x, w.integer(-3, 2), width, height, mask, carry, planes);
@@ -270,8 +274,8 @@ template <class Sample, class Smear> void smear_in(Workspace &w, const Smear &sm
 template <int variant> void fill_in(Workspace &w) {
     const int32_t width = w.integer(1, 40);
     const int32_t height = w.integer(1, 20);
-    const auto src = three_planes(w, static_cast<std::size_t>(width * height));
-    const uint8_t *alpha = w.buffer(static_cast<std::size_t>(width * height));
+    const auto src = three_planes(w, area(width, height));
+    const uint8_t *alpha = w.buffer(area(width, height));
     const auto dst = three_planes(w, w.count());
     const auto right = static_cast<float>(w.width) + 9;
     const auto bottom = static_cast<float>(w.height) + 9;
@@ -314,10 +318,10 @@ const BulkCase cases[] = {
          smear_in<float>(w,
                          [&](int32_t x, int32_t y, int32_t width, int32_t height, auto mask, auto carry, auto planes) {
                              // Two numbers that are none have no rule which of them remains.
-                             const auto area = static_cast<std::size_t>(width * height);
+                             const std::size_t size = area(width, height);
                              for (std::size_t i = 0; i < 3; ++i) {
                                  const auto is_none = [](float value) { return value != value; };
-                                 std::replace_if(carry[i], carry[i] + area, is_none, 7.0F);
+                                 std::replace_if(carry[i], carry[i] + size, is_none, 7.0F);
                                  std::replace_if(planes[i], planes[i] + w.count(), is_none, INFINITY);
                              }
                              Cust_Smear_helper2(x, y, width, height, w.real(0, 1), w.real(0, 1), w.width, w.height,

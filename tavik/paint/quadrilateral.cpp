@@ -19,7 +19,7 @@ struct Plane {
     [[gnu::always_inline]] float at(float x, float y) const { return (per_x * x + per_y * y) + constant; }
 };
 
-// How far a pixel reaches over a line, held by nobody to 0 .. 1.
+// How far a pixel reaches over a line, in pixels.
 struct Edge {
     Plane line;
 
