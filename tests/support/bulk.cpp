@@ -4,7 +4,6 @@
 #include <array>
 #include <cstring>
 #include <string>
-#include <thread>
 
 #include "tests/support/vector_level.h"
 
@@ -102,27 +101,6 @@ TEST_P(BulkExport, SameBytesAtEveryLevelPlacementAndInPlace) {
         }
     }
     set_active_level(level_before);
-}
-
-// Hosts call from threads of their own; parallel exports then share the workers.
-TEST_P(BulkExport, SameBytesFromManyThreadsAtOnce) {
-    constexpr std::size_t threads = 4;
-    constexpr int rounds = 3;
-    static std::array<Workspace, threads> workspaces;
-    const auto run = [](Workspace &w) {
-        w.begin(301, 203, Placement::against_the_page_after, Destinations::of_their_own);
-        GetParam().call(w);
-        return w.contents(false);
-    };
-    const auto expected = run(workspaces[0]);
-    std::array<int, threads> differences = {};
-    std::vector<std::thread> hosts;
-    for (std::size_t i = 0; i < threads; ++i)
-        hosts.emplace_back([&, i] {
-            for (int round = 0; round < rounds; ++round) differences[i] += run(workspaces[i]) == expected ? 0 : 1;
-        });
-    for (std::thread &host : hosts) host.join();
-    EXPECT_EQ(differences, (std::array<int, threads>{}));
 }
 
 } // namespace tavik_test

@@ -2,8 +2,7 @@
 // bulk exports and instantiates the suite BulkExport with the list; each call is then run on many sizes,
 //   - with every buffer, exactly as large as the call may touch, against an inaccessible page on either side,
 //   - at every vector level, which must give the bytes of the plain loops,
-//   - with destinations that are their own sources, where the export allows that, giving the same bytes again,
-//   - from several threads at once, each with buffers of its own.
+//   - with destinations that are their own sources, where the export allows that, giving the same bytes again.
 #pragma once
 
 #include <cstdint>
