@@ -358,6 +358,6 @@ const BulkCase cases[] = {
      }},
 };
 
-INSTANTIATE_TEST_SUITE_P(BlockMatch, BulkExport, testing::ValuesIn(cases), bulk_name);
+const BulkFamily family("BlockMatch", cases);
 
 } // namespace

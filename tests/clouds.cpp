@@ -141,6 +141,6 @@ template <class Sample, auto Export> void render_in(Workspace &w) {
 const BulkCase cases[] = {{"xRenderCloud", render_in<uint8_t, xRenderCloud>},
                           {"xRenderCloud_float", render_in<float, xRenderCloud_float>}};
 
-INSTANTIATE_TEST_SUITE_P(Clouds, BulkExport, testing::ValuesIn(cases), bulk_name);
+const BulkFamily family("Clouds", cases);
 
 } // namespace

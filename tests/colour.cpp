@@ -556,6 +556,6 @@ const BulkCase cases[] = {
     {"xKeyToAlpha", key, true},
 };
 
-INSTANTIATE_TEST_SUITE_P(Colour, BulkExport, testing::ValuesIn(cases), bulk_name);
+const BulkFamily family("Colour", cases);
 
 } // namespace

@@ -484,6 +484,6 @@ const BulkCase cases[] = {
      }},
 };
 
-INSTANTIATE_TEST_SUITE_P(Composite, BulkExport, testing::ValuesIn(cases), bulk_name);
+const BulkFamily family("Composite", cases);
 
 } // namespace

@@ -287,6 +287,6 @@ const BulkCase cases[] = {
     {"xcombineVividLight", on_layer<xcombineVividLight>},
 };
 
-INSTANTIATE_TEST_SUITE_P(CompositeBlend, BulkExport, testing::ValuesIn(cases), bulk_name);
+const BulkFamily family("CompositeBlend", cases);
 
 } // namespace

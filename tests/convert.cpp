@@ -263,6 +263,6 @@ const BulkCase cases[] = {
     {"NewSetValue", set_value, true},
 };
 
-INSTANTIATE_TEST_SUITE_P(Convert, BulkExport, testing::ValuesIn(cases), bulk_name);
+const BulkFamily family("Convert", cases);
 
 } // namespace

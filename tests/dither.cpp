@@ -270,6 +270,6 @@ const BulkCase cases[] = {
      }},
 };
 
-INSTANTIATE_TEST_SUITE_P(Dither, BulkExport, testing::ValuesIn(cases), bulk_name);
+const BulkFamily family("Dither", cases);
 
 } // namespace

@@ -93,6 +93,6 @@ const BulkCase cases[] = {
     {"xjitter2", [](Workspace &w) { scatter<xjitter2>(w, w.real(0, 9)); }},
 };
 
-INSTANTIATE_TEST_SUITE_P(DitherByHash, BulkExport, testing::ValuesIn(cases), bulk_name);
+const BulkFamily family("DitherByHash", cases);
 
 } // namespace

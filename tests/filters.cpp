@@ -379,6 +379,6 @@ const BulkCase cases[] = {
      true},
 };
 
-INSTANTIATE_TEST_SUITE_P(Filters, BulkExport, testing::ValuesIn(cases), bulk_name);
+const BulkFamily family("Filters", cases);
 
 } // namespace

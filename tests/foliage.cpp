@@ -247,6 +247,6 @@ const BulkCase cases[] = {
      }},
 };
 
-INSTANTIATE_TEST_SUITE_P(Foliage, BulkExport, testing::ValuesIn(cases), bulk_name);
+const BulkFamily family("Foliage", cases);
 
 } // namespace

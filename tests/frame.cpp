@@ -4,13 +4,10 @@
 #include <cstdint>
 #include <limits>
 #include <numeric>
-#include <thread>
 #include <vector>
 
 #include <gtest/gtest.h>
 
-#include "tavik/convert/convert.h"
-#include "tavik/tone/tone.h"
 #include "tests/support/bulk.h"
 
 #if defined(_WIN32)
@@ -65,40 +62,10 @@ TEST(Frame, MemoryOfTheSystem) {
 #endif
 }
 
-// Parallel exports from many threads of a host at once, each on planes of its own.
-TEST(Frame, SixteenThreadsCallAtOnce) {
-    constexpr int32_t width = 640;
-    constexpr int32_t height = 480;
-    constexpr std::size_t count = std::size_t{width} * height;
-    const auto work = [](uint8_t seed, bool &right) {
-        Bytes plane(count);
-        std::iota(plane.begin(), plane.end(), seed);
-        const Bytes before = plane;
-        std::vector<float> floats(count);
-        Bytes narrowed(count);
-        right = true;
-        for (int round = 0; round < 5; ++round) {
-            TestPPL2(plane.data(), height, width);
-            char_to_float(width, height, plane.data(), floats.data());
-            float_to_char_clamp(width, height, floats.data(), narrowed.data());
-            right = right && narrowed == plane;
-            TestPPL2(plane.data(), height, width);
-            AdjustLevels_channel_ppl(plane.data(), narrowed.data(), width, height, 0, 255, 0, 255);
-            right = right && plane == before;
-        }
-    };
-    std::array<bool, 16> right = {};
-    std::vector<std::thread> threads;
-    for (std::size_t i = 0; i < right.size(); ++i)
-        threads.emplace_back([&work, &right, i] { work(static_cast<uint8_t>(i * 16), right[i]); });
-    for (std::thread &thread : threads) thread.join();
-    for (const bool was_right : right) EXPECT_TRUE(was_right);
-}
-
 const BulkCase cases[] = {
     {"TestPPL2", [](Workspace &w) { TestPPL2(w.buffer(w.count()), w.height, w.width); }},
 };
 
-INSTANTIATE_TEST_SUITE_P(Frame, BulkExport, testing::ValuesIn(cases), bulk_name);
+const BulkFamily family("Frame", cases);
 
 } // namespace

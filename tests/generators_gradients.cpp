@@ -249,6 +249,6 @@ const BulkCase cases[] = {
      }},
 };
 
-INSTANTIATE_TEST_SUITE_P(Gradients, BulkExport, testing::ValuesIn(cases), bulk_name);
+const BulkFamily family("Gradients", cases);
 
 } // namespace

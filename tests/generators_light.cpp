@@ -125,6 +125,6 @@ const BulkCase cases[] = {
      }},
 };
 
-INSTANTIATE_TEST_SUITE_P(Light, BulkExport, testing::ValuesIn(cases), bulk_name);
+const BulkFamily family("Light", cases);
 
 } // namespace

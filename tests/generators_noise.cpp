@@ -105,6 +105,6 @@ const BulkCase cases[] = {
      }},
 };
 
-INSTANTIATE_TEST_SUITE_P(Noise, BulkExport, testing::ValuesIn(cases), bulk_name);
+const BulkFamily family("Noise", cases);
 
 } // namespace

@@ -291,6 +291,6 @@ const BulkCase cases[] = {
      }},
 };
 
-INSTANTIATE_TEST_SUITE_P(Textures, BulkExport, testing::ValuesIn(cases), bulk_name);
+const BulkFamily family("Textures", cases);
 
 } // namespace

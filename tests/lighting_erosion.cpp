@@ -214,6 +214,6 @@ const BulkCase cases[] = {
      }},
 };
 
-INSTANTIATE_TEST_SUITE_P(Erosion, BulkExport, testing::ValuesIn(cases), bulk_name);
+const BulkFamily family("Erosion", cases);
 
 } // namespace

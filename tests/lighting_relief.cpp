@@ -352,7 +352,7 @@ const BulkCase occlusion_cases[] = {
      }},
 };
 
-INSTANTIATE_TEST_SUITE_P(Occlusion, BulkExport, testing::ValuesIn(occlusion_cases), bulk_name);
-INSTANTIATE_TEST_SUITE_P(Relief, BulkExport, testing::ValuesIn(cases), bulk_name);
+const BulkFamily occlusion_family("Occlusion", occlusion_cases);
+const BulkFamily family("Relief", cases);
 
 } // namespace

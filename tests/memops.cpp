@@ -157,6 +157,6 @@ const BulkCase cases[] = {
     {"quicksort", [](Workspace &w) { quicksort(w.buffer(w.count()), static_cast<int32_t>(w.count())); }},
 };
 
-INSTANTIATE_TEST_SUITE_P(Memops, BulkExport, testing::ValuesIn(cases), bulk_name);
+const BulkFamily family("Memops", cases);
 
 } // namespace

@@ -307,7 +307,7 @@ TEST(Paint, LinesCrossThePictureFromFarAway) {
 template <const auto &variant> void paint_in(Workspace &w) {
     using Sample = typename std::decay_t<decltype(variant)>::Sample;
     // The last column of the last row that may be painted is not touched.
-    const std::size_t touched = static_cast<std::size_t>(w.width + 1) * static_cast<std::size_t>(w.height) - 1;
+    const auto touched = static_cast<std::size_t>(std::max((w.width + 1) * w.height, 1) - 1);
     std::array<Sample *, 3> planes;
     for (auto &plane : planes) {
         if constexpr (std::is_same_v<Sample, float>) {
@@ -345,6 +345,6 @@ const BulkCase cases[] = {
     {"xAAFloatLine", draw_lines_in},
 };
 
-INSTANTIATE_TEST_SUITE_P(Paint, BulkExport, testing::ValuesIn(cases), bulk_name);
+const BulkFamily family("Paint", cases);
 
 } // namespace

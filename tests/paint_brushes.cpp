@@ -367,6 +367,6 @@ const BulkCase cases[] = {
      }},
 };
 
-INSTANTIATE_TEST_SUITE_P(Brushes, BulkExport, testing::ValuesIn(cases), bulk_name);
+const BulkFamily family("Brushes", cases);
 
 } // namespace

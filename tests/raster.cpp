@@ -600,6 +600,6 @@ const BulkCase cases[] = {
      }},
 };
 
-INSTANTIATE_TEST_SUITE_P(Raster, BulkExport, testing::ValuesIn(cases), bulk_name);
+const BulkFamily family("Raster", cases);
 
 } // namespace

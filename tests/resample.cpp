@@ -353,6 +353,6 @@ const BulkCase cases[] = {
      }},
 };
 
-INSTANTIATE_TEST_SUITE_P(Resample, BulkExport, testing::ValuesIn(cases), bulk_name);
+const BulkFamily family("Resample", cases);
 
 } // namespace

@@ -378,6 +378,6 @@ const BulkCase cases[] = {
      }},
 };
 
-INSTANTIATE_TEST_SUITE_P(ResampleTransforms, BulkExport, testing::ValuesIn(cases), bulk_name);
+const BulkFamily family("ResampleTransforms", cases);
 
 } // namespace

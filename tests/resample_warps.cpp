@@ -362,8 +362,9 @@ const BulkCase cases[] = {
     {"xLinearWarp",
      [](Workspace &w) {
          // Only the rest of the last row is not there.
-         const std::size_t stride = static_cast<std::size_t>(w.width) + 3;
-         warp<xLinearWarp>(w, std::array{1.5F}, w.width + 3, points(w, stride * std::size_t(w.height) - 3, 20));
+         const int32_t stride = w.width + 3;
+         const auto vectors = static_cast<std::size_t>(std::max(stride * w.height, 3) - 3);
+         warp<xLinearWarp>(w, std::array{1.5F}, stride, points(w, vectors, 20));
      }},
     {"xBilinearMorpheHelper",
      [](Workspace &w) {
@@ -392,6 +393,7 @@ const BulkCase cases[] = {
      }},
     {"xEval",
      [](Workspace &w) {
+         if (w.count() == 0) return; // There is nothing to sample.
          const std::size_t coarse = static_cast<std::size_t>((w.width + 1) / 2 * ((w.height + 1) / 2));
          const float *pyramid = w.floats(w.count() + coarse, -9, 9);
          auto *results = w.result<float>(std::size_t(2 * 5));
@@ -431,6 +433,6 @@ const BulkCase cases[] = {
      }},
 };
 
-INSTANTIATE_TEST_SUITE_P(ResampleWarps, BulkExport, testing::ValuesIn(cases), bulk_name);
+const BulkFamily family("ResampleWarps", cases);
 
 } // namespace

@@ -390,6 +390,6 @@ const BulkCase cases[] = {
      [](Workspace &w) { FastChannelAdd(w.buffer(w.count() - 1), w.width, w.height, w.integer(-255, 255)); }},
 };
 
-INSTANTIATE_TEST_SUITE_P(Tone, BulkExport, testing::ValuesIn(cases), bulk_name);
+const BulkFamily family("Tone", cases);
 
 } // namespace

@@ -29,8 +29,8 @@ namespace scalar {
 #endif
 #undef TAVIK_LEVEL
 #undef TAVIK_INDEPENDENT
-#if defined(__clang__)
-#define TAVIK_INDEPENDENT _Pragma("clang loop vectorize(assume_safety)")
+#if defined(__clang__) // It would warn of the loops that it cannot vectorise.
+#define TAVIK_INDEPENDENT
 #else
 #define TAVIK_INDEPENDENT _Pragma("GCC ivdep")
 #endif

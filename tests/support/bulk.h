@@ -1,18 +1,13 @@
-// Property tests that hold for every export that works on whole buffers. A family lists a call of each of its
-// bulk exports and instantiates the suite BulkExport with the list; each call is then run on many sizes,
-//   - with every buffer, exactly as large as the call may touch, against an inaccessible page on either side,
-//   - at every vector level, which must give the bytes of the plain loops,
-//   - with destinations that are their own sources, where the export allows that, giving the same bytes again.
+// Calls of every export that works on whole buffers, with buffers exactly as large as the call may touch and parameters
+// inside the preconditions. A family lists its calls once, as a BulkFamily; the tests of bulk_tests.cpp, the load test
+// and the fuzzer run them.
 #pragma once
 
 #include <cstdint>
 #include <memory>
-#include <ostream>
 #include <random>
 #include <span>
 #include <vector>
-
-#include <gtest/gtest.h>
 
 #include "tests/support/guarded_memory.h"
 
@@ -23,7 +18,9 @@ enum class Destinations { of_their_own, in_place };
 // Sizes, buffers and parameters of one call. The same calls get the same contents every time.
 class Workspace {
   public:
-    void begin(int32_t width, int32_t height, Placement placement, Destinations destinations);
+    // `choices` decides the contents and the first parameters; without it, or after it, random numbers do.
+    void begin(int32_t width, int32_t height, Placement placement, Destinations destinations,
+               std::span<const uint8_t> choices = {});
 
     int32_t width = 0;
     int32_t height = 0;
@@ -31,13 +28,13 @@ class Workspace {
     // width × height.
     std::size_t count() const { return static_cast<std::size_t>(width) * static_cast<std::size_t>(height); }
 
-    // A buffer of random contents that the call reads, writes or both.
+    // A buffer of random contents that the call reads, writes or both. A count below 0 is none, here and below.
     template <class Element = uint8_t> Element *buffer(std::size_t elements) {
-        return reinterpret_cast<Element *>(place(elements * sizeof(Element), false));
+        return reinterpret_cast<Element *>(place(or_none(elements) * sizeof(Element), false));
     }
     // A buffer that the call writes whole.
     template <class Element = uint8_t> Element *result(std::size_t elements) {
-        return reinterpret_cast<Element *>(place(elements * sizeof(Element), true));
+        return reinterpret_cast<Element *>(place(or_none(elements) * sizeof(Element), true));
     }
     // A buffer that the call writes whole, or its source when the call is run in place.
     uint8_t *result_of(uint8_t *source, std::size_t elements);
@@ -45,6 +42,7 @@ class Workspace {
     // Floats low .. high.
     float *floats(std::size_t elements, float low, float high);
 
+    // low .. high, or low where high is below it.
     int32_t integer(int32_t low, int32_t high);
     float real(float low, float high);
 
@@ -52,7 +50,11 @@ class Workspace {
     std::vector<uint8_t> contents(bool results_only) const;
 
   private:
+    static std::size_t or_none(std::size_t elements) {
+        return static_cast<std::ptrdiff_t>(elements) < 0 ? 0 : elements;
+    }
     uint8_t *place(std::size_t bytes, bool is_result);
+    uint32_t choice();
 
     struct Buffer {
         std::span<uint8_t> bytes;
@@ -61,6 +63,7 @@ class Workspace {
 
     Placement placement_ = Placement::against_the_page_after;
     Destinations destinations_ = Destinations::of_their_own;
+    std::span<const uint8_t> choices_;
     std::mt19937 random_;
     std::vector<std::unique_ptr<GuardedMemory>> memory_;
     std::vector<Buffer> buffers_;
@@ -73,11 +76,17 @@ struct BulkCase {
     bool in_place = false;
 };
 
-void PrintTo(const BulkCase &bulk_case, std::ostream *out);
+// A family's calls; declaring one adds it to bulk_families. The cases must last as long as the program.
+struct BulkFamily {
+    BulkFamily(const char *name, std::span<const BulkCase> cases);
 
-class BulkExport : public testing::TestWithParam<BulkCase> {};
+    const char *name;
+    std::span<const BulkCase> cases;
+};
 
-// Names the tests of a family's list.
-std::string bulk_name(const testing::TestParamInfo<BulkCase> &info);
+std::span<const BulkFamily> bulk_families();
+
+// Gives each case its test.
+void register_bulk_tests();
 
 } // namespace tavik_test

@@ -15,6 +15,8 @@ class GuardedMemory {
     GuardedMemory(const GuardedMemory &) = delete;
     GuardedMemory &operator=(const GuardedMemory &) = delete;
 
+    std::size_t capacity() const { return accessible; }
+
     // `bytes` bytes, up to the capacity, that touch one of the pages.
     uint8_t *place(std::size_t bytes, Placement placement) const;
 

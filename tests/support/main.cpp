@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/bulk.h"
 #include "tests/support/vector_level.h"
 
 int main(int argc, char **argv) {
@@ -26,5 +27,6 @@ int main(int argc, char **argv) {
         }
         tavik_test::set_active_level(*found);
     }
+    tavik_test::register_bulk_tests();
     return RUN_ALL_TESTS();
 }
