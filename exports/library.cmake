@@ -21,6 +21,9 @@ if(WIN32)
 else()
   target_link_libraries(tavik PRIVATE $<BUILD_INTERFACE:${parallel_library}>)
   # oneTBB's workers outlive a loop: they must not lose their code when a host closes the library.
-  target_link_options(tavik PRIVATE -Wl,--no-undefined -Wl,-z,nodelete)
+  target_link_options(tavik PRIVATE -Wl,-z,nodelete)
+  if(NOT TAVIK_SANITIZE) # Programs bring the sanitizers' runtime.
+    target_link_options(tavik PRIVATE -Wl,--no-undefined)
+  endif()
   set_target_properties(tavik PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
 endif()

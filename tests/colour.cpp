@@ -207,10 +207,13 @@ TEST(Colour, SepiaFadesThenTints) {
         Planes dst(colours.size());
         xSepia(src.count(), 1, lift, desaturate, tint, src.r.data(), src.g.data(), src.b.data(), dst.r.data(),
                dst.g.data(), dst.b.data());
+        const double contrast = 1 - 2.0 * lift;
+        const double saturation = 1 - 1.0 * desaturate;
+        const double least = 255.0 * lift;
         for (std::size_t i = 0; i < colours.size(); ++i) {
             const auto &[r, g, b] = colours[i];
             const double grey = 0.299 * r + 0.587 * g + 0.114 * b;
-            const auto faded = [&](int c) { return (1 - 2.0 * lift) * (c + (grey - c) * desaturate) + 255.0 * lift; };
+            const auto faded = [=](int c) { return contrast * (grey + (c - grey) * saturation) + least; };
             expect_truncated(dst.r[i], faded(r));
             expect_truncated(dst.g[i], faded(g) * (1 - 0.1 * tint));
             expect_truncated(dst.b[i], faded(b) * (1 - 0.33 * tint));

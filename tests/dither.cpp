@@ -86,12 +86,12 @@ TEST(Dither, CubeDithersOnlyTheBand) {
 
 TEST(Dither, RandomCubeRepeatsItsPicture) {
     const Palette palette;
-    const auto &[pal_r, pal_g, pal_b] = palette.tables;
+    const auto &tables = palette.tables;
     const Planes grey = {Bytes(3000, 76), Bytes(3000, 76), Bytes(3000, 76)};
     const auto dithered = [&] {
         Planes planes = grey;
-        x8BitRandomDither(100, 0, 30, planes[0].data(), planes[1].data(), planes[2].data(), pal_r.data(), pal_g.data(),
-                          pal_b.data());
+        x8BitRandomDither(100, 0, 30, planes[0].data(), planes[1].data(), planes[2].data(), tables[0].data(),
+                          tables[1].data(), tables[2].data());
         return planes;
     };
     seed_rand(1);
@@ -105,7 +105,7 @@ TEST(Dither, RandomCubeRepeatsItsPicture) {
     // The seed is set for an empty band, too.
     std::array<float, 8> after_empty = {};
     std::array<float, 8> after_seed = {};
-    x8BitRandomDither(5, 3, 3, nullptr, nullptr, nullptr, pal_r.data(), pal_g.data(), pal_b.data());
+    x8BitRandomDither(5, 3, 3, nullptr, nullptr, nullptr, tables[0].data(), tables[1].data(), tables[2].data());
     xgrain(8, 1, 1, 0, 0, after_empty.data(), after_seed.data(), after_seed.data());
     seed_rand(1231209);
     after_seed = {};

@@ -142,7 +142,9 @@ void for_each_pixel(const Transform &t, float margin, int32_t x_max, int32_t y_m
 }
 
 TEST(ResampleTransforms, FreeTransforms) {
-    for (const auto &[x_max, y_max] : {std::array{61, 45}, {700, 9}, {0, 3}, {3, 0}, {1, 1}}) {
+    for (const auto &last : {std::array{61, 45}, {700, 9}, {0, 3}, {3, 0}, {1, 1}}) {
+        const int32_t x_max = last[0];
+        const int32_t y_max = last[1];
         const Four src = four_planes(area(x_max, y_max));
         const auto width = static_cast<float>(x_max);
         const auto height = static_cast<float>(y_max);
