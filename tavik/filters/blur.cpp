@@ -19,7 +19,11 @@ struct Lines {
     std::size_t length;
     std::size_t block_stride;
 
-    uint16_t *at(std::size_t i) const { return first + i / block_side * block_stride + i % block_side * block_side; }
+    // From sample i of each line to the next.
+    std::size_t step(std::size_t i) const {
+        const std::size_t to_next_block = block_stride - block_samples + block_side;
+        return i % block_side == block_side - 1 ? to_next_block : block_side;
+    }
 };
 
 } // namespace
@@ -38,6 +42,8 @@ constexpr PerLevel<void(const uint8_t *src, std::size_t count, uint16_t *row_of_
     TAVIK_EVERY_LEVEL(widen_row);
 constexpr PerLevel<void(const Lines &lines, std::size_t columns, uint8_t *dst, std::size_t stride)> narrow_lines =
     TAVIK_EVERY_LEVEL(narrow_lines);
+
+constexpr std::size_t columns_together = 64;
 
 constexpr std::size_t blocks_of(std::size_t samples) { return (samples + block_side - 1) / block_side; }
 
@@ -64,11 +70,15 @@ struct Blur {
         transpose_blocks.active()(first, blocks_across());
     }
 
-    void blur_columns(uint8_t *dst, std::size_t block_column) const {
-        const Lines lines = {blocks + block_column * block_samples, height, row_stride()};
-        blur_lines.active()(lines, radius, passes);
-        const std::size_t left = block_column * block_side;
-        narrow_lines.active()(lines, std::min(block_side, width - left), dst + left, width);
+    // As many columns as fill a cache line of the destination.
+    void blur_columns(uint8_t *dst, std::size_t group) const {
+        const std::size_t left = group * columns_together;
+        const std::size_t columns = std::min(columns_together, width - left);
+        Lines lines = {blocks + left * block_side, height, row_stride()};
+        for (std::size_t block = 0; block < blocks_of(columns); ++block, lines.first += block_samples)
+            blur_lines.active()(lines, radius, passes);
+        lines.first = blocks + left * block_side;
+        narrow_lines.active()(lines, columns, dst + left, width);
     }
 };
 
@@ -86,17 +96,18 @@ xBlur(int32_t width, int32_t height, int32_t radius, int32_t passes, const uint8
     struct alignas(64) CacheLine {
         uint16_t samples[32];
     };
-    const std::size_t lines = blur.row_stride() * blocks_of(blur.height) / 32;
-    const std::unique_ptr<CacheLine[]> scratch(new (std::nothrow) CacheLine[lines]);
+    const std::size_t samples = blur.row_stride() * blocks_of(blur.height);
+    const std::unique_ptr<CacheLine[]> scratch(new (std::nothrow) CacheLine[samples / 32]);
     if (!scratch) return;
     blur.blocks = scratch[0].samples;
 
-    const auto over_lines = [](std::size_t count, std::size_t length, const auto &body) {
-        const auto grain = row_grain(static_cast<int32_t>(length * block_side));
-        parallel_for(0, static_cast<int32_t>(blocks_of(count)), grain, [&](int32_t begin, int32_t end) {
+    const auto over_groups = [](std::size_t lines, std::size_t together, std::size_t length, const auto &body) {
+        const auto groups = static_cast<int32_t>((lines + together - 1) / together);
+        const auto grain = row_grain(static_cast<int32_t>(length * together));
+        parallel_for(0, groups, grain, [&](int32_t begin, int32_t end) {
             for (int32_t i = begin; i < end; ++i) body(static_cast<std::size_t>(i));
         });
     };
-    over_lines(blur.height, blur.width, [&](std::size_t block_row) { blur.blur_rows(src, block_row); });
-    over_lines(blur.width, blur.height, [&](std::size_t block_column) { blur.blur_columns(dst, block_column); });
+    over_groups(blur.height, block_side, blur.width, [&](std::size_t block_row) { blur.blur_rows(src, block_row); });
+    over_groups(blur.width, columns_together, blur.height, [&](std::size_t group) { blur.blur_columns(dst, group); });
 }

@@ -36,7 +36,30 @@ inline void transpose_block(uint16_t *block) {
 }
 
 // The sums of the windows of 16 lines. They stay below 2^24, where floats hold integers exactly.
-#if TAVIK_LEVEL >= TAVIK_AVX2
+#if TAVIK_LEVEL >= TAVIK_AVX512
+
+class WindowSums {
+  public:
+    void add(const uint16_t *samples) { sums = _mm512_add_epi32(sums, widened(samples)); }
+    void subtract(const uint16_t *samples) { sums = _mm512_sub_epi32(sums, widened(samples)); }
+    void store_means(float per_sample, uint16_t *to) const {
+        const __m512 scaled = _mm512_mul_ps(_mm512_maskz_cvtepi32_ps(all, sums), _mm512_set1_ps(per_sample));
+        const __m512i means = _mm512_maskz_cvttps_epi32(all, _mm512_add_ps(scaled, _mm512_set1_ps(0.5F)));
+        _mm256_store_si256(reinterpret_cast<__m256i *>(to), _mm512_maskz_cvtepi32_epi16(all, means));
+    }
+
+  private:
+    // The compiler warns of its own intrinsics without a mask.
+    static constexpr __mmask16 all = 0xFFFF;
+
+    static __m512i widened(const uint16_t *samples) {
+        return _mm512_maskz_cvtepu16_epi32(all, _mm256_load_si256(reinterpret_cast<const __m256i *>(samples)));
+    }
+
+    __m512i sums = {};
+};
+
+#elif TAVIK_LEVEL >= TAVIK_AVX2
 
 class WindowSums {
   public:
@@ -127,21 +150,29 @@ inline void blur_lines_once(const Lines &lines, size_t radius) {
     const float per_sample = 1.0F / static_cast<float>(2 * radius + 1);
     const size_t last = lines.length - 1;
     WindowSums sums;
-    for (size_t i = 0; i <= radius; ++i) sums.add(lines.at(0));
-    for (size_t i = 1; i <= radius; ++i) sums.add(lines.at(std::min(i, last)));
-    size_t newest = 0; // where the ring of kept samples takes the next
-    size_t oldest = 0;
-    for (size_t i = 0; i <= last; ++i) {
-        uint16_t *here = lines.at(i);
-        std::memcpy(kept + newest * block_side, here, block_side * sizeof *here);
-        newest = newest == radius ? 0 : newest + 1;
+    for (size_t i = 0; i <= radius; ++i) {
+        sums.add(lines.first);
+        std::memcpy(kept + i * block_side, lines.first, block_side * sizeof *kept);
+    }
+    // Beyond the end the last sample enters again; it is the last to be overwritten.
+    size_t entering = 0;
+    size_t entered = 0;
+    const auto enter = [&] {
+        if (entered < last) entering += lines.step(entered++);
+        sums.add(lines.first + entering);
+    };
+    for (size_t i = 1; i <= radius; ++i) enter();
+    uint16_t *const end_of_ring = kept + (radius + 1) * block_side;
+    uint16_t *oldest = kept;
+    size_t at = 0;
+    for (size_t i = 0; i <= last; at += lines.step(i++)) {
+        uint16_t *here = lines.first + at;
+        std::memcpy(oldest, here, block_side * sizeof *here);
+        oldest += block_side;
+        if (oldest == end_of_ring) oldest = kept;
         sums.store_means(per_sample, here);
-        if (i == last) break;
-        sums.subtract(kept + oldest * block_side);
-        if (i >= radius) oldest = oldest == radius ? 0 : oldest + 1;
-        const size_t entering = i + radius + 1;
-        // Beyond the end the last sample enters again; it is the last to be overwritten.
-        sums.add(lines.at(std::min(entering, last)));
+        sums.subtract(oldest);
+        enter();
     }
 }
 
@@ -165,16 +196,19 @@ void widen_row(const uint8_t *src, size_t count, uint16_t *row_of_first_block) {
     }
 }
 
-// Rounds `columns` of 16 lines' samples to rows of bytes.
+// Rounds `columns` columns of blocks side by side to rows of bytes.
 void narrow_lines(const Lines &lines, size_t columns, uint8_t *dst, size_t stride) {
-    for (size_t y = 0; y < lines.length; ++y) {
-        const uint16_t *from = lines.at(y);
-        uint8_t *to = dst + y * stride;
-        const auto narrow = [](uint16_t sample) { return static_cast<uint8_t>((sample + 128) >> 8); };
-        if (columns == block_side) {
-            for (size_t x = 0; x < block_side; ++x) to[x] = narrow(from[x]);
-        } else {
-            for (size_t x = 0; x < columns; ++x) to[x] = narrow(from[x]);
+    const auto narrow = [](uint16_t sample) { return static_cast<uint8_t>((sample + 128) >> 8); };
+    size_t at = 0;
+    for (size_t y = 0; y < lines.length; at += lines.step(y++)) {
+        for (size_t begin = 0; begin < columns; begin += block_side) {
+            const uint16_t *from = lines.first + at + begin * block_side;
+            uint8_t *to = dst + y * stride + begin;
+            if (columns - begin >= block_side) {
+                for (size_t x = 0; x < block_side; ++x) to[x] = narrow(from[x]);
+            } else {
+                for (size_t x = 0; x < columns - begin; ++x) to[x] = narrow(from[x]);
+            }
         }
     }
 }

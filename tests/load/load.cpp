@@ -20,8 +20,8 @@ namespace {
 
 // Beyond the size from which loops are split between threads.
 constexpr int32_t width = 501;
-constexpr int32_t height = 203;
-constexpr std::size_t host_threads = 8;
+constexpr int32_t height = 163;
+constexpr std::size_t host_threads = 6;
 
 struct Call {
     const BulkFamily *family;
