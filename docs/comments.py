@@ -12,7 +12,7 @@ import re
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-EXPORTS = set(re.findall(r"^ +(\w+)@\d+$", (ROOT / "exports/tavik.def").read_text(), re.M))
+EXPORTS = set(re.findall(r"^ +@?(\w+)@\d+$", (ROOT / "exports/tavik.def").read_text(), re.M))
 # Exports whose names the texts use as ordinary words.
 PLAIN_WORDS = {"modulo"}
 
@@ -95,6 +95,8 @@ def sentence_case(text):
 
 
 def documentation(text):
+    # Doxygen takes a single line for the brief description; an empty one before it makes it the detailed one.
+    text = "\n" + text
     return "".join(f"/// {line}\n" for line in text.split("\n"))
 
 

@@ -2,33 +2,11 @@
 
 #include <sstream>
 
+#include "host/markup.h"
 #include "page_assets.h"
 
 namespace gallery {
 namespace {
-
-std::string escaped(const std::string &text) {
-    std::string html;
-    for (const char character : text) {
-        switch (character) {
-        case '&':
-            html += "&amp;";
-            break;
-        case '<':
-            html += "&lt;";
-            break;
-        case '>':
-            html += "&gt;";
-            break;
-        case '"':
-            html += "&quot;";
-            break;
-        default:
-            html += character;
-        }
-    }
-    return html;
-}
 
 std::string picture_tag(const std::string &file, const std::string &alternative, const Exhibit &exhibit) {
     std::ostringstream html;
