@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """Doxygen's filter of the public headers: turns their plain comments into documentation comments.
 
 A comment's paragraphs stay paragraphs. Indented lines that set a name apart from a text by two blanks or more become
@@ -27,7 +27,9 @@ def inline(text, own_name):
 
     def link(match):
         name = match.group()
-        return f'\\ref {name} "{name}"' if name in EXPORTS - PLAIN_WORDS - {own_name} else name
+        if name == own_name:
+            return "%" + name
+        return f'\\ref {name} "{name}"' if name in EXPORTS - PLAIN_WORDS else name
 
     text = re.sub(r"([\\@#$%]|::|--)", r"\\\1", html.escape(text, quote=False))
     text = re.sub(r"\b\w+\b(?!\*)", link, text)

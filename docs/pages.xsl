@@ -65,10 +65,11 @@
           </section>
           <section id="exports">
             <h2><xsl:value-of select="count($families//memberdef[@kind = 'function'])"/> exports</h2>
-            <xsl:call-template name="export-list">
-              <xsl:with-param name="functions" select="$families//memberdef[@kind = 'function']"/>
-              <xsl:with-param name="sorted" select="true()"/>
-            </xsl:call-template>
+            <ul class="exports">
+              <xsl:apply-templates select="$families//memberdef[@kind = 'function']" mode="list">
+                <xsl:sort select="translate(name, 'ABCDEFGHIJKLMNOPQRSTUVWXYZ', 'abcdefghijklmnopqrstuvwxyz')"/>
+              </xsl:apply-templates>
+            </ul>
           </section>
         </main>
       </body>
@@ -99,14 +100,18 @@
             </nav>
           </header>
           <main>
-            <xsl:call-template name="export-list">
-              <xsl:with-param name="functions" select="sectiondef/memberdef[@kind = 'function']"/>
-            </xsl:call-template>
+            <ul class="exports">
+              <xsl:apply-templates select=".//memberdef[@kind = 'function']" mode="list">
+                <xsl:sort select="location/@line" data-type="number"/>
+              </xsl:apply-templates>
+            </ul>
             <section class="text">
               <p><code>#include &lt;<xsl:value-of select="location/@file"/>&gt;</code></p>
               <xsl:apply-templates select="detaileddescription"/>
             </section>
-            <xsl:apply-templates select="key('declared', innerclass/@refid)" mode="record"/>
+            <xsl:apply-templates select="key('declared', innerclass/@refid)" mode="record">
+              <xsl:sort select="location/@line" data-type="number"/>
+            </xsl:apply-templates>
             <xsl:apply-templates select="sectiondef[@kind = 'func']"/>
             <xsl:apply-templates select="sectiondef[@kind = 'user-defined']"/>
           </main>
@@ -129,7 +134,7 @@
 
   <xsl:template match="compounddef" mode="card">
     <xsl:variable name="family" select="substring-before(compoundname, '.h')"/>
-    <xsl:variable name="picture" select="$recipe[export = current()//memberdef/name][1]"/>
+    <xsl:variable name="picture" select="$recipe[export = current()//memberdef/name][last()]"/>
     <article>
       <xsl:if test="$picture">
         <a class="picture" href="{$family}.html" aria-hidden="true" tabindex="-1">
@@ -143,22 +148,13 @@
     </article>
   </xsl:template>
 
-  <xsl:template name="export-list">
-    <xsl:param name="functions"/>
-    <xsl:param name="sorted" select="false()"/>
-    <ul class="exports">
-      <xsl:for-each select="$functions">
-        <!-- Without a sort the order is that of the header. -->
-        <xsl:sort select="translate(substring(name, 1 div $sorted), 'ABCDEFGHIJKLMNOPQRSTUVWXYZ',
-                          'abcdefghijklmnopqrstuvwxyz')"/>
-        <li>
-          <a>
-            <xsl:attribute name="href"><xsl:apply-templates select="." mode="address"/></xsl:attribute>
-            <xsl:value-of select="name"/>
-          </a>
-        </li>
-      </xsl:for-each>
-    </ul>
+  <xsl:template match="memberdef" mode="list">
+    <li>
+      <a>
+        <xsl:attribute name="href"><xsl:apply-templates select="." mode="address"/></xsl:attribute>
+        <xsl:value-of select="name"/>
+      </a>
+    </li>
   </xsl:template>
 
   <xsl:template match="compounddef" mode="record">
