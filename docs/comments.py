@@ -131,14 +131,14 @@ class Header:
         """The first sentence, after the family's name, is the brief one."""
         match = re.match(r"\w+: (.*?\.)(?:\s+(.*))?$", "\n".join(lines), re.S)
         if not match:
-            sys.exit("comments: a header does not begin with its family's name, a colon and a sentence")
+            sys.exit(f"{sys.argv[1]}: does not begin with its family's name, a colon and a sentence")
         brief, rest = match.group(1).replace("\n", " "), (match.group(2) or "").split("\n")
         return documentation(f"\\file\n\\brief {inline(sentence_case(brief), None)}\n\n{markup_of(rest)}")
 
     def section(self, lines):
         match = re.match(r"--- ([^:]*?)(?:: (.*?))? ---\n*(.*)$", "\n".join(lines), re.S)
         if not match:
-            sys.exit(f"comments: a comment of a section has no --- title ---: {lines[0]}")
+            sys.exit(f"{sys.argv[1]}: a comment before no declaration has no --- title ---: {lines[0]}")
         title, about, rest = match.groups()
         about = sentence_case(about.replace("\n", " ") + ".") if about else ""
         end = SECTION_END if self.in_section else ""

@@ -45,7 +45,7 @@ void memory(Run &run) {
     bar("page file in use", in_use(kib[2], kib[3]), chart::red);
     for (const int32_t side : {1000, 2000, 4000, 8000, 16000}) {
         const int32_t mib = run.call(EXPORT(CalcMem), side, side, 1);
-        bar(std::to_string(side) + " x " + std::to_string(side) + ": " + std::to_string(mib) + " mib", mib / 800.0,
+        bar(std::to_string(side) + " x " + std::to_string(side) + ": " + std::to_string(mib) + " MiB", mib / 800.0,
             chart::blue);
     }
 }

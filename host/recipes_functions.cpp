@@ -23,7 +23,9 @@ constexpr Axes whole_chart(float x_first, float x_last, float y_low, float y_hig
 
 // Lines at the whole numbers, the curves, and their names above.
 void draw_curves(Image &picture, const Axes &axes, std::span<const Curve> curves) {
-    for (float y = std::ceil(axes.y_low); y <= axes.y_high; ++y) axes.rule(picture, y, grid);
+    const auto highest = static_cast<int32_t>(std::floor(axes.y_high));
+    for (auto y = static_cast<int32_t>(std::ceil(axes.y_low)); y <= highest; ++y)
+        axes.rule(picture, static_cast<float>(y), grid);
     int32_t left = 40;
     for (const Curve &curve : curves) {
         draw_line(picture, curve.points, 3, curve.colour);

@@ -56,8 +56,8 @@ void hard_contrast(Run &run) {
     });
 }
 
-// Unpacking takes the upper three bytes: eight bits to the left red, green and blue come out as they went in, and each
-// further bit lets them spill into each other.
+// Unpacking takes the upper three bytes: eight bits to the left red, green and blue come out as they went in. A bit
+// further each spills into the one before; a byte back red comes out as green and green as blue.
 void shifted_colours(Run &run) {
     const Image small = small_photo(run);
     std::array<uint8_t, 3> rgb{};
@@ -68,7 +68,7 @@ void shifted_colours(Run &run) {
             run.call(EXPORT(GDIP_ColorToARGB), 0, int32_t{colour.red}, int32_t{colour.green}, int32_t{colour.blue});
         const int32_t third = 3 * x / small.width;
         int32_t shifted = run.call(EXPORT(xshiftL), packed, third == 0 ? 9 : 8);
-        if (third == 2) shifted = run.call(EXPORT(xshiftR), shifted, 1);
+        if (third == 2) shifted = run.call(EXPORT(xshiftR), shifted, 8);
         run.call(EXPORT(Long_To_RGB), shifted, &rgb[0], &rgb[1], &rgb[2]);
         return Colour{rgb[0], rgb[1], rgb[2]};
     });
@@ -162,7 +162,7 @@ Family pixels_family() {
              hard_contrast},
             {"shifted_colours",
              "Shifted colours",
-             "Packs each colour and shifts it a bit too far to the left, right, and a bit back.",
+             "Packs each colour and unpacks it a bit too far to the left, in its place, and a byte to the right.",
              {"GDIP_ColorToARGB", "xshiftL", "xshiftR", "Long_To_RGB"},
              shifted_colours},
             {"bytes_of_floats",
