@@ -9,6 +9,7 @@
 #include "host/exhibit.h"
 #include "host/file.h"
 #include "host/page.h"
+#include "host/recipe_list.h"
 #include "tavik/frame/frame.h"
 
 namespace gallery {
@@ -18,6 +19,7 @@ namespace fs = std::filesystem;
 
 constexpr const char *photo_file = "photograph.png";
 constexpr const char *contact_sheet_file = "contact_sheet.png";
+constexpr const char *recipe_list_file = "recipes.xml";
 constexpr const char *page_file = "index.html";
 
 void require_exports(const Library &library, std::span<const Family> families) {
@@ -136,6 +138,7 @@ void make_gallery(const fs::path &library_path, const fs::path &photo_path, cons
         sections.push_back(std::move(section));
     }
     write_picture(folder / contact_sheet_file, contact_sheet(sections));
+    replace_file(folder / recipe_list_file, recipe_list(sections));
     replace_file(folder / page_file,
                  page(page_facts(library, photo_path, photo, folder, recipe_count(families)), sections));
     std::cout << "contact sheet " << fs::absolute(folder / contact_sheet_file).string() << "\npage          "

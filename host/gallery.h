@@ -13,9 +13,9 @@ namespace gallery {
 // a name that no recipe has.
 std::vector<Family> chosen_families(std::span<const std::string> names);
 
-// Runs the recipes on the photo and writes their pictures, the contact sheet and the page, telling its progress on
-// standard output. Everything that can be found wrong beforehand is, before the first file is written. Throws
-// std::runtime_error with one line about what is wrong.
+// Runs the recipes on the photo and writes their pictures, the contact sheet, a list of the recipes and the page, telling
+// its progress on standard output. Everything that can be found wrong beforehand is, before the first file is written.
+// Throws std::runtime_error with one line about what is wrong.
 void make_gallery(const std::filesystem::path &library, const std::filesystem::path &photo,
                   const std::filesystem::path &folder, std::span<const Family> families);
 

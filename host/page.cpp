@@ -2,33 +2,11 @@
 
 #include <sstream>
 
+#include "host/markup.h"
 #include "page_assets.h"
 
 namespace gallery {
 namespace {
-
-std::string escaped(const std::string &text) {
-    std::string html;
-    for (const char character : text) {
-        switch (character) {
-        case '&':
-            html += "&amp;";
-            break;
-        case '<':
-            html += "&lt;";
-            break;
-        case '>':
-            html += "&gt;";
-            break;
-        case '"':
-            html += "&quot;";
-            break;
-        default:
-            html += character;
-        }
-    }
-    return html;
-}
 
 std::string picture_tag(const std::string &file, const std::string &alternative, const Exhibit &exhibit) {
     std::ostringstream html;
@@ -75,7 +53,7 @@ void write_exhibit(std::ostream &html, const PageFacts &facts, const Exhibit &ex
 }
 
 void write_section(std::ostream &html, const PageFacts &facts, const Section &section) {
-    html << "<section id=\"" << section.family.name << "\">\n<h2>" << section.family.name
+    html << "<section id=\"" << section.family.name << "-family\">\n<h2>" << section.family.name
          << "</h2>\n<p class=\"about\">" << escaped(section.family.sentence) << "</p>\n<div class=\"grid\">\n";
     for (const Exhibit &exhibit : section.exhibits) write_exhibit(html, facts, exhibit);
     html << "</div>\n</section>\n";
@@ -101,7 +79,7 @@ void write_head(std::ostream &html, const PageFacts &facts, std::span<const Sect
                    std::to_string(facts.total_memory_kib / kib_per_mib) + " MiB");
     html << "</dl>\n<nav>\n";
     for (const Section &section : sections)
-        html << "<a href=\"#" << section.family.name << "\">" << section.family.name << "</a>\n";
+        html << "<a href=\"#" << section.family.name << "-family\">" << section.family.name << "</a>\n";
     html << "<a href=\"" << facts.contact_sheet_file << "\">contact sheet</a>\n</nav>\n</header>\n";
 }
 

@@ -5,43 +5,13 @@
 #include <numbers>
 #include <sstream>
 
-#include "host/drawing.h"
+#include "host/chart.h"
 #include "host/run.h"
 
 namespace gallery {
 namespace {
 
-constexpr Colour paper = {250, 250, 252};
-constexpr Colour grid = {222, 225, 232};
-constexpr Colour ink = {60, 66, 80};
-constexpr Colour red = {214, 64, 69};
-constexpr Colour blue = {47, 111, 214};
-constexpr Colour green = {28, 150, 110};
-constexpr int32_t text_size = 3;
-
-// A rectangle of the picture with the values that its edges stand for.
-struct Axes {
-    float left, top, width, height;
-    float x_first, x_last;
-    float y_low, y_high;
-
-    Point at(float x, float y) const {
-        return {left + (x - x_first) / (x_last - x_first) * width, top + (y_high - y) / (y_high - y_low) * height};
-    }
-    void rule(Image &image, float y, Colour colour) const {
-        draw_line(image, std::array{at(x_first, y), at(x_last, y)}, 1.5F, colour);
-    }
-    // One point for each pixel across.
-    template <class Function> std::vector<Point> points_of(Function function) const {
-        std::vector<Point> points;
-        const auto last = static_cast<int32_t>(width);
-        for (int32_t i = 0; i <= last; ++i) {
-            const float x = x_first + (x_last - x_first) * static_cast<float>(i) / static_cast<float>(last);
-            points.push_back(at(x, function(x)));
-        }
-        return points;
-    }
-};
+using namespace chart;
 
 void easing_curves(Run &run) {
     constexpr int32_t columns = 6;
@@ -68,11 +38,6 @@ void easing_curves(Run &run) {
         draw_line(picture, curve, 4, colours[static_cast<std::size_t>(i) % colours.size()]);
         draw_text(picture, left + margin, top + 4, text_size, std::to_string(i + 1), ink);
     }
-}
-
-void draw_key(Image &picture, int32_t left, int32_t top, const std::string &text, Colour colour) {
-    fill(picture, left, top + 8, 36, 8, colour);
-    draw_text(picture, left + 48, top, text_size, text, ink);
 }
 
 void parabolic_sine(Run &run) {

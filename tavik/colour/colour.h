@@ -93,7 +93,9 @@ TAVIK_EXPORT(void)
 xColorMatrix_ppl(int32_t width, int32_t height, const uint8_t *src_r, const uint8_t *src_g, const uint8_t *src_b,
                  uint8_t *dst_r, uint8_t *dst_g, uint8_t *dst_b, const float *matrix);
 
-/* The exports below differ from the ones above: all take counts, write their whole rectangle and round to the nearest
+/* --- Hue matrices, greys, tones and keys ---
+ *
+ * The exports below differ from the ones above: all take counts, write their whole rectangle and round to the nearest
  * byte, halves up. Their destinations may be their sources. */
 
 /* Turns, saturates and scales one colour in place, by one matrix (Rodrigues' rotation about the grey axis).

@@ -55,7 +55,9 @@ TAVIK_EXPORT(void)
 FastJitter(uint8_t *dst_r, uint8_t *dst_g, uint8_t *dst_b, int32_t ignored, int32_t x_max, int32_t y_max,
            const uint8_t *src_r, const uint8_t *src_g, const uint8_t *src_b, int32_t amount);
 
-/* The exports below differ from the ones above: all take counts, write their whole rectangle and round to the nearest
+/* --- Scattering and film grain ---
+ *
+ * The exports below differ from the ones above: all take counts, write their whole rectangle and round to the nearest
  * byte, and their patterns are functions of the place and a seed, the same on every thread and machine. */
 
 /* Adds grain from tiles to three planes, in place (parallel by rows).

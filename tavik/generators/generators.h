@@ -208,11 +208,14 @@ TAVIK_EXPORT(void)
 xRenderCloud_float(const float *particles, const float *camera, int32_t count, int32_t x_max, int32_t y_max,
                    float *dst0, float *dst1, float *dst2);
 
-/* --- Fractals and light: these take counts, write their whole rectangle and round to the nearest byte; their patterns
- * are functions of the place and a seed, the same on every thread and machine --- */
+/* --- Fractals and light ---
+ *
+ * These take counts, write their whole rectangle and round to the nearest byte; their patterns are functions of the
+ * place and a seed, the same on every thread and machine. */
 
 /* Draws the Mandelbrot set in double precision with continuous colours (parallel by rows).
- *   centre_re, centre_im   the number in the middle of the picture;  step   from pixel to pixel
+ *   centre_re, centre_im   the number in the middle of the picture
+ *   step                   from pixel to pixel
  *   max_iter               iterations of z = z² + c from 0; a point has left when |z|² is above 65536
  *   colour_step            table entries per iteration, of n − log2(log2|z| / 8) after n iterations; the tables repeat
  *   inside                 packed colour 0x00BBGGRR of what has not left
@@ -247,7 +250,8 @@ p_Nova(int32_t width, int32_t height, float cx, float cy, float radius, int32_t 
  *                      quickly
  *   length, spacing    pixels of the cells along and across the direction, above 0
  *   density            the share of cells with a streak, 0 .. 1
- *   red, green, blue   0 .. 255;  opacity   0 .. 1 */
+ *   red, green, blue   0 .. 255
+ *   opacity            0 .. 1 */
 TAVIK_EXPORT(void)
 xRandomStreaks(int32_t width, int32_t height, float degrees, float length, float spacing, float density, int32_t seed,
                float red, float green, float blue, float opacity, uint8_t *plane_r, uint8_t *plane_g, uint8_t *plane_b);

@@ -47,7 +47,9 @@ TAVIK_EXPORT(float) InverseSquareLight(float distance, float intensity, float sc
 TAVIK_EXPORT(float *)
 GetPointLight(float *out, const float *light, const float *point, const float *view, const float *normal);
 
-/* Height fields. The exports below take counts, write their whole rectangle, run in parallel by rows, and round to the
+/* --- Height fields ---
+ *
+ * The exports below take counts, write their whole rectangle, run in parallel by rows, and round to the
  * nearest byte, halves up, held to 0 .. 255. Heights grow towards the viewer, as z does; x goes right and y down; a
  * light vector points from the surface to the light. Edge samples are repeated beyond the edges. Any float is safe:
  * NaN can spoil the picture, but nothing outside the buffers is touched.
@@ -125,12 +127,15 @@ TAVIK_EXPORT(void)
 xBubbleShadow(int32_t width, int32_t height, float cx, float cy, float radius, float softness, float opacity,
               float focus, uint8_t *plane_r, uint8_t *plane_g, uint8_t *plane_b);
 
-/* Occlusion by the horizon of a height plane (horizon-based ambient occlusion, Bavoil and Sainz 2008): for one
- * direction (degrees, clockwise on the screen from the right) the sine of the steepest angle under which the heights
- * along it are seen, 0 .. 1, each of `steps` samples out to `radius` weighing less the farther it is. Samples outside
- * the plane are left out. Use as many steps as the radius where thin features count. radius, steps   1 or more scale of
- * the heights The exports allocate a few bytes per step and direction while they run; without that memory they write
- * nothing. */
+/* --- Occlusion ---
+ *
+ * By the horizon of a height plane (horizon-based ambient occlusion, Bavoil and Sainz 2008): for one direction
+ * (degrees, clockwise on the screen from the right) the sine of the steepest angle under which the heights along it are
+ * seen, 0 .. 1, each of `steps` samples out to `radius` weighing less the farther it is. Samples outside the plane are
+ * left out. Use as many steps as the radius where thin features count.
+ *   radius, steps   1 or more
+ *   scale           of the heights
+ * The exports allocate a few bytes per step and direction while they run; without that memory they write nothing. */
 
 /* Adds the occlusion of one direction to a float plane that the host has cleared, so that a host can show the picture
  * after each direction. */
@@ -166,7 +171,7 @@ TAVIK_EXPORT(void)
 xDoRaytraceShadow(int32_t width, int32_t height, const float *heights, float degrees, float rise, int32_t steps,
                   float softness, uint8_t *dst);
 
-/* Erosion of float height planes. */
+/* --- Erosion of float height planes --- */
 
 /* Writes the lowest and the highest number of a plane; NaN is passed over. A zero is +0; a plane of NaN alone gives +∞
  * and −∞, an empty one writes nothing. */
@@ -200,10 +205,11 @@ xErodeBlock(int32_t width, int32_t height, float *heights, int32_t x0, int32_t y
 
 /* Erodes a plane in place by rain: in each pass it is covered by blocks, moved by half a block in every other pass,
  * that are eroded in four phases of blocks whose windows do not meet (parallel by the blocks of a phase). The result
- * does not depend on the threads. block_size   1 or more; small against the plane for many threads, large against the
- * droplets' life for long valleys: 160 suits a life of 70 droplets     of a whole block; those cut off by the edges get
- * their share life         held to block_size / 2 − radius − 2, so that no droplet leaves its window inside the plane
- */
+ * does not depend on the threads.
+ *   block_size   1 or more; small against the plane for many threads, large against the droplets' life for long
+ *                valleys: 160 suits a life of 70
+ *   droplets     of a whole block; those cut off by the edges get their share
+ *   life         held to block_size / 2 − radius − 2, so that no droplet leaves its window inside the plane */
 TAVIK_EXPORT(void)
 xDoErode(int32_t width, int32_t height, float *heights, int32_t block_size, int32_t droplets, int32_t life,
          int32_t passes, int32_t seed, const float *settings);

@@ -1,8 +1,8 @@
 /* paint: feathered round dabs, picture brushes, anti-aliased lines, pictures in quadrilaterals and outlines of
  * selections, painted in place into three planes.
  *
- * The dabs FeatheredCircle* and xAAFloatLine return 0, the others nothing. Buffer kinds are those of frame.h. A distance is measured with a root that is quick and part
- * of the look:
+ * The dabs FeatheredCircle* and xAAFloatLine return 0, the others nothing. Buffer kinds are those of frame.h. A
+ * distance is measured with a root that is quick and part of the look:
  *   root(s) = the float whose bits are ((bits of s − 0x800000) >> 1) + 0x20000000, with an arithmetic shift
  * It is exact at even powers of two, up to 6% high between them, and a tiny positive number for 0. */
 #ifndef TAVIK_PAINT_PAINT_H
@@ -102,7 +102,9 @@ TAVIK_EXPORT(void)
 brush_preview_helper(uint8_t *row, int32_t count, int32_t y, float cx, float cy, float diameter, float feather,
                      float red, float green, float blue, float opacity, int32_t row_offset);
 
-/* The exports below round where those above truncate, take sizes as counts and never leave a column or row of their
+/* --- Brushes, pictures and outlines ---
+ *
+ * The exports below round where those above truncate, take sizes as counts and never leave a column or row of their
  * rectangle out. Bytes are weighed by
  *   product(a, b) = round(a × b / 255)
  *   mix(d, s, a) = (d × (256 − w) + s × w + 128) >> 8 with w = a + (a >> 7): d for a = 0, s for a = 255

@@ -75,7 +75,9 @@ struct tavik_clipped_triangle {
  * Calls at the same time need records of their own and must not cover the same pixels. */
 TAVIK_EXPORT(void) zTriangle(struct tavik_triangle *record);
 
-/* The triangles below cover pixels by exact edge functions of vertices in sixteenths of a pixel (Pineda 1988): two
+/* --- Covered triangles and meshes ---
+ *
+ * The triangles below cover pixels by exact edge functions of vertices in sixteenths of a pixel (Pineda 1988): two
  * triangles that share an edge never draw a pixel twice and leave no gap, whatever the winding. Unlike zTriangle they
  * do not change the record, include no right or lower edge and stand alone at every pixel: an attribute is
  * (a0 + (a1 − a0)·b1) + (a2 − a0)·b2 with b1, b2 the barycentric weights. Any float is safe. */
@@ -127,7 +129,9 @@ TAVIK_EXPORT(void)
 Render3DHelper2(const struct tavik_triangle *record, const struct tavik_mesh_vertex *grid, int32_t columns,
                 int32_t rows, int32_t stride, int32_t bands);
 
-/* Rays. Points and directions are vectors of three consecutive floats (or doubles), boxes are given by their lowest and
+/* --- Rays ---
+ *
+ * Points and directions are vectors of three consecutive floats (or doubles), boxes are given by their lowest and
  * highest corners. Each returns 1 for a hit and writes its results only then, and 0 otherwise; all are pure functions
  * that any number of threads may call at once. Distances are in lengths of the direction. */
 

@@ -16,8 +16,8 @@
 #include "tavik/export.h"
 
 /* Interpolates between four values: with top = (p10 − p00)·tx + p00 and bottom = (p11 − p01)·tx + p01, differences
- * taken in integers, returns trunc((bottom − top)·ty + top). tx, ty   0 .. 1 across and down; beyond that the result
- * extrapolates */
+ * taken in integers, returns trunc((bottom − top)·ty + top).
+ *   tx, ty   0 .. 1 across and down; beyond that the result extrapolates */
 TAVIK_EXPORT(int32_t) Bilerp(int32_t p00, int32_t p10, int32_t p01, int32_t p11, float tx, float ty);
 
 /* Returns Bilerp of the four samples around a position of a channel plane of width × height (counts, at least 1).
@@ -184,7 +184,9 @@ TAVIK_EXPORT(void) RotatePoint(float angle, float *x, float *y);
  *   in, out   x, y and z; may be the same */
 TAVIK_EXPORT(void) TransformPoint(const float *in, float *out, const float *matrix);
 
-/* From here on sizes are counts, every sample of a rectangle is handled, bytes are rounded where the entries above
+/* --- Warps, maps, pyramids and soft transforms ---
+ *
+ * From here on sizes are counts, every sample of a rectangle is handled, bytes are rounded where the entries above
  * truncate, and any float is safe: it can spoil the picture, but reads and writes stay inside the buffers.
  *
  * A position (x, y) is that of a sample's centre, y downward; positions outside a source take its edge samples. Angles
