@@ -134,6 +134,9 @@ TEST(Tone, EachSizeFormHandlesItsElements) {
             EXPECT_EQ(std::count(kept, plane.end(), 99), plane.end() - kept) << extent.name << ' ' << a << ' ' << b;
         }
     }
+    // Empty sizes read no table.
+    MapLut(-1, 5, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr);
+    ValueLut(0, 5, nullptr, nullptr, nullptr);
 }
 
 TEST(Tone, PosteriseKeepsMultiplesOfTheStep) {
