@@ -364,6 +364,9 @@ TEST(Colour, EachSizeFormHandlesItsElements) {
             }
         }
     }
+    // Empty sizes read no matrix.
+    xColorMatrix(-1, 5, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr);
+    xColorMatrix_ppl(0, 5, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr);
     Planes fog(64, 99);
     xFogFilter(4, 2, fog.r.data(), fog.g.data(), fog.b.data());
     EXPECT_EQ(std::count(fog.r.begin(), fog.r.end(), 99), 60); // The top row, and what lies below the picture.

@@ -197,6 +197,8 @@ TEST_F(SetValue, TakesTheLow16BitsOfItsSize) {
     EXPECT_EQ(std::accumulate(histograms.begin(), histograms.begin() + 256, 0), 256 * 1000 + 6);
     run(0xFFFF, 1, src.data(), red.data());
     EXPECT_EQ(red[6], 99);
+    // Nothing is read for an empty size.
+    NewSetValue(nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, 0, 5);
 }
 
 TEST_F(SetValue, SeesEarlierResultsWherePlanesOverlapPartly) {

@@ -8,6 +8,14 @@
 
 #include <gtest/gtest.h>
 
+#include "tavik/convert/convert.h"
+#include "tavik/foliage/foliage.h"
+#include "tavik/generators/generators.h"
+#include "tavik/lighting/lighting.h"
+#include "tavik/paint/paint.h"
+#include "tavik/raster/raster.h"
+#include "tavik/resample/resample.h"
+#include "tavik/tone/tone.h"
 #include "tests/support/bulk.h"
 
 #if defined(_WIN32)
@@ -31,6 +39,28 @@ TEST(Frame, ComplementTakesHeightFirst) {
         TestPPL2(plane.data(), height, width);
     TestPPL2(plane.data(), 4, 2);
     EXPECT_EQ(plane, (Bytes{0, 1, 2, 3, 4, 5, 6, 7, 8, 9}));
+}
+
+// Whatever is passed beside it, a size of nothing returns before anything is read, and soon.
+TEST(Frame, EmptySizesTouchNothing) {
+    constexpr int32_t high = std::numeric_limits<int32_t>::max();
+    constexpr int32_t low = std::numeric_limits<int32_t>::min();
+    uint8_t *const u = nullptr;
+    float *const f = nullptr;
+    const std::array<float, 8> corners = {0, 0, 5, 0, 5, 5, 0, 5};
+    tavik_triangle triangle = {};
+    for (const auto &[width, height] : {std::array{0, high}, std::array{low, low}, std::array{-1, -1}}) {
+        xNova(width, height, 1, 1, 5, 5, 1, 1, 1, 1, 1, u, u, u);
+        p_RandomStreaks(width, height, 1, 5, 5, 1, 1, 1, 1, 1, 1, u, u, u);
+        xBubbleShadow(width, height, 1, 1, 5, 1, 1, 1, u, u, u);
+        xFillPoly4_p(corners.data(), u, u, u, 5, 5, u, u, u, width, height, 1, 1);
+        xInitMarquee(u, u, width, height, 1, 2, 1, 1);
+        GoodTransform2(u, u, u, u, u, u, u, 5, 5, width, height, f, 0, 1);
+        xErodeBlock(width, height, f, 0, 0, 32, 32, 8, 9, 9, 1, std::array<float, 8>{}.data());
+        xApply_Physics(f, width, f);
+        Render3DHelper(&triangle, nullptr, width, 5, 5, 0, 1);
+        Render3DHelper2(&triangle, nullptr, 5, width, 5, 1);
+    }
 }
 
 TEST(Frame, MemoryOfPictures) {

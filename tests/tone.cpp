@@ -134,6 +134,9 @@ TEST(Tone, EachSizeFormHandlesItsElements) {
             EXPECT_EQ(std::count(kept, plane.end(), 99), plane.end() - kept) << extent.name << ' ' << a << ' ' << b;
         }
     }
+    // Empty sizes read no table.
+    MapLut(-1, 5, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr);
+    ValueLut(0, 5, nullptr, nullptr, nullptr);
 }
 
 TEST(Tone, PosteriseKeepsMultiplesOfTheStep) {
@@ -170,6 +173,8 @@ TEST(Tone, GammaApproximatesThroughTheExponent) {
         {1.0F, {{{255, 255}}, {{200, 199}}, {{128, 127}}, {{64, 63}}, {{1, 0}}, {{0, 0}}}},
         {0.5F, {{{128, 187}}, {{255, 251}}, {{0, 0}}}},
         {2.2F, {{{64, 13}}, {{128, 59}}, {{0, 0}}}},
+        // Black falls among the bits of the NaNs.
+        {1.0005F, {{{0, 0}}, {{128, 127}}}},
         // Far outside any exponent.
         {1e30F, {{{0, 0}}, {{10, 0}}}},
     };

@@ -2,6 +2,7 @@
 
 void multiply_by_matrix(const uint8_t *src_r, const uint8_t *src_g, const uint8_t *src_b, uint8_t *dst_r,
                         uint8_t *dst_g, uint8_t *dst_b, size_t count, const float *matrix) {
+    if (count == 0) return; // The matrix may be missing.
     float m[16];
     std::copy_n(matrix, 16, m);
     map_colours({src_r, src_g, src_b}, {dst_r, dst_g, dst_b}, count, [&](auto c) {

@@ -55,6 +55,7 @@ TAVIK_EXPORT(void)
 NewSetValue(const uint8_t *src_r, const uint8_t *src_g, const uint8_t *src_b, uint8_t *dst_r, uint8_t *dst_g,
             uint8_t *dst_b, const uint8_t *table, int32_t *histograms, int32_t width, int32_t height) {
     const std::size_t count = counts(static_cast<int16_t>(width), static_cast<int16_t>(height));
+    if (count == 0) return;
     const std::array<const uint8_t *, 3> src = {src_r, src_g, src_b};
     const std::array<uint8_t *, 3> dst = {dst_r, dst_g, dst_b};
     run_three(count, [&](int32_t channel) {

@@ -88,6 +88,7 @@ xEmmit_particle(float *particles, int32_t capacity, const float *emitter, int32_
 }
 
 TAVIK_EXPORT(void) xApply_Physics(float *particles, int32_t count, const float *physics) {
+    if (count <= 0) return;
     const Physics settings = {physics[0], physics[1], physics[2], physics[3],
                               physics[4], physics[5], physics[6], physics[7]};
     parallel_for(0, count, light_grain / 16, [&](int32_t begin, int32_t end) {

@@ -50,8 +50,11 @@ struct VectorTable {
 void map_bytes(const uint8_t *src, uint8_t *dst, size_t count, const uint8_t *table) {
     size_t i = 0;
 #if TAVIK_LEVEL >= TAVIK_SSE41
-    const VectorTable vector_table(table);
-    for (; i + sizeof(ByteVector) <= count; i += sizeof(ByteVector)) store(dst + i, vector_table[load(src + i)]);
+    // Empty runs read no table.
+    if (count >= sizeof(ByteVector)) {
+        const VectorTable vector_table(table);
+        for (; i + sizeof(ByteVector) <= count; i += sizeof(ByteVector)) store(dst + i, vector_table[load(src + i)]);
+    }
 #endif
     for (; i < count; ++i) dst[i] = table[src[i]];
 }
@@ -59,14 +62,16 @@ void map_bytes(const uint8_t *src, uint8_t *dst, size_t count, const uint8_t *ta
 void map_bytes_to_three(const uint8_t *src, uint8_t *const dst[3], size_t count, const uint8_t *const tables[3]) {
     size_t i = 0;
 #if TAVIK_LEVEL >= TAVIK_SSE41
-    const VectorTable first(tables[0]);
-    const VectorTable second(tables[1]);
-    const VectorTable third(tables[2]);
-    for (; i + sizeof(ByteVector) <= count; i += sizeof(ByteVector)) {
-        const ByteVector index = load(src + i);
-        store(dst[0] + i, first[index]);
-        store(dst[1] + i, second[index]);
-        store(dst[2] + i, third[index]);
+    if (count >= sizeof(ByteVector)) {
+        const VectorTable first(tables[0]);
+        const VectorTable second(tables[1]);
+        const VectorTable third(tables[2]);
+        for (; i + sizeof(ByteVector) <= count; i += sizeof(ByteVector)) {
+            const ByteVector index = load(src + i);
+            store(dst[0] + i, first[index]);
+            store(dst[1] + i, second[index]);
+            store(dst[2] + i, third[index]);
+        }
     }
 #endif
     for (; i < count; ++i) {

@@ -46,6 +46,7 @@ template <class Effect>
 void add_to_rows(const PerLevel<EffectRow<Effect>> &row, const Effect &effect, const Picture &picture, int32_t begin,
                  int32_t end) {
     const std::size_t columns = element_count(picture.width);
+    if (columns == 0) return;
     for (int32_t y = begin; y < end; ++y) {
         const std::size_t start = static_cast<std::size_t>(y) * columns;
         row.active()(effect, y, picture.r + start, picture.g + start, picture.b + start, columns);

@@ -95,6 +95,7 @@ SphereInnards(int32_t width, int32_t height, float cx, float cy, float radius, f
 TAVIK_EXPORT(void)
 xBubbleShadow(int32_t width, int32_t height, float cx, float cy, float radius, float softness, float opacity,
               float focus, uint8_t *plane_r, uint8_t *plane_g, uint8_t *plane_b) {
+    if (width <= 0) return;
     const BubbleShadow shadow = {cx, cy, 1.0F / radius, 1.0F + softness, 0.5F / softness, opacity, focus};
     const std::size_t columns = element_count(width);
     parallel_for(0, height, std::max(row_grain(width) / 4, 1), [&](int32_t begin, int32_t end) {

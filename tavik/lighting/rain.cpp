@@ -249,6 +249,7 @@ class Tiling {
 TAVIK_EXPORT(void)
 xErodeBlock(int32_t width, int32_t height, float *heights, int32_t x0, int32_t y0, int32_t x1, int32_t y1,
             int32_t margin, int32_t droplets, int32_t life, int32_t seed, const float *settings) {
+    if (width <= 0 || height <= 0) return;
     const Settings held(settings);
     erode_block({heights, width, height}, held, Brush(held.radius), {{x0, x1}, {y0, y1}, margin}, droplets, life,
                 static_cast<uint32_t>(seed));

@@ -57,8 +57,9 @@ template <class Label> void for_each_run(std::size_t first, std::size_t end, con
 TAVIK_EXPORT(void)
 xInitMarquee(const uint8_t *mask, uint8_t *dst, int32_t width, int32_t height, int32_t threshold, int32_t dash,
              int32_t slant_x, int32_t slant_y) {
+    if (width <= 0 || height <= 0) return;
     if (threshold >= 255) {
-        if (height > 0) std::memset(dst, 0, counts(width, height));
+        std::memset(dst, 0, counts(width, height));
         return;
     }
     const auto least = static_cast<uint8_t>(std::max(threshold, -1) + 1);

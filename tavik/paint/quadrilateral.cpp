@@ -172,6 +172,7 @@ class Sampler {
 
 void fill(const float *corners, const Source &source, const Target &target, float opacity,
           const std::array<float, 3> &tint) {
+    if (target.width <= 0) return;
     const auto quadrilateral = quadrilateral_of(
         {{{corners[0], corners[1]}, {corners[2], corners[3]}, {corners[4], corners[5]}, {corners[6], corners[7]}}},
         source.width, source.height, opacity);

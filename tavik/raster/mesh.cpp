@@ -63,6 +63,7 @@ void draw_cells(tavik_triangle &triangle, const Mesh &mesh, int32_t first_cell, 
 TAVIK_EXPORT(void)
 Render3DHelper(tavik_triangle *record, const tavik_mesh_vertex *grid, int32_t columns, int32_t rows, int32_t stride,
                int32_t band, int32_t bands) {
+    if (columns <= 0 || rows <= 0) return;
     const int32_t per_band = (rows - 1) / bands;
     const int32_t first = band * per_band;
     const int32_t last = band == bands - 1 ? rows - 1 : first + per_band;
@@ -72,6 +73,7 @@ Render3DHelper(tavik_triangle *record, const tavik_mesh_vertex *grid, int32_t co
 TAVIK_EXPORT(void)
 Render3DHelper2(const tavik_triangle *record, const tavik_mesh_vertex *grid, int32_t columns, int32_t rows,
                 int32_t stride, int32_t bands) {
+    if (columns <= 0 || rows <= 0) return;
     parallel_for(0, bands, 1, [&](int32_t begin, int32_t end) {
         tavik_triangle triangle = *record;
         const auto row_of = [&](int32_t band) { return static_cast<int32_t>(int64_t{record->y_limit} * band / bands); };

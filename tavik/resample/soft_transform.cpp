@@ -77,6 +77,7 @@ TAVIK_EXPORT(void)
 GoodTransform2(const uint8_t *src_r, const uint8_t *src_g, const uint8_t *src_b, uint8_t *dst_r, uint8_t *dst_g,
                uint8_t *dst_b, uint8_t *dst_a, int32_t src_width, int32_t src_height, int32_t dst_width,
                int32_t dst_height, const float *matrix, int32_t background, int32_t samples) {
+    if (dst_width <= 0 || dst_height <= 0) return;
     const int32_t n = std::clamp(samples, 1, 4);
     const auto offset = [&](int32_t k) {
         return (static_cast<float>(k) + 0.5F) * (1.0F / static_cast<float>(n)) - 0.5F;

@@ -2,7 +2,8 @@
  *
  * All are pure functions of their arguments. Float formulas are evaluated in single precision from left to right
  * as written, with single-precision constants, unless double is said. The approximations are exact in their
- * errors: every machine returns the same bits. Nothing is checked; NaN passes through. */
+ * errors: every machine returns the same bits. Nothing is checked; NaN passes through, except where comparisons or the
+ * bits of a number decide: of NaN fastsqrt makes some number. */
 #ifndef TAVIK_SCALAR_SCALAR_H
 #define TAVIK_SCALAR_SCALAR_H
 

@@ -22,7 +22,8 @@ uint8_t fast_power(uint8_t value, float gamma) {
     const double distance = wrap_sub(upper, one);
     const int32_t scaled = truncate(distance * double{gamma} + double{one});
     const auto power = std::bit_cast<double>(uint64_t{static_cast<uint32_t>(scaled)} << 32);
-    return unit_to_byte(static_cast<float>(power));
+    // Black gives a NaN for exponents just above 1, and stays black.
+    return power > 0 ? unit_to_byte(static_cast<float>(power)) : 0;
 }
 
 } // namespace

@@ -48,7 +48,8 @@ TAVIK_EXPORT(void) ValueLut(int32_t width, int32_t height, const uint8_t *src, u
 /* Raises a plane to a power approximately, in place (upper bounds; serial): x = value × 0.003921569 as a double,
  * k = trunc((the upper 32 bits of x − 1072632447) × gamma + 1072632447.0), in double precision; the double whose
  * upper 32 bits are k and lower 32 bits 0, as a float clamped to 0 .. 1, × 255 truncated. Off by a few levels:
- * gamma 1 lowers most values by one, and gamma 0.5 gives 251 for 255.
+ * gamma 1 lowers most values by one, and gamma 0.5 gives 251 for 255. A NaN gives 0, so that black stays black for
+ * every gamma above 0.
  * Source: N. N. Schraudolph, "A Fast, Compact Approximation of the Exponential Function", 1999. */
 TAVIK_EXPORT(void) xGamma(int32_t x_max, int32_t y_max, float gamma, uint8_t *plane);
 
