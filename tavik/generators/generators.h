@@ -92,8 +92,8 @@ xRenderCircularTo(float cx, float cy, int32_t ignored1, int32_t ignored2, int32_
                   const uint8_t *src_g, const uint8_t *src_b);
 
 /* Sweep around (cx, cy), from straight up over the left once around, `repeats` times: t = (angle + π) × repeats ×
- * (180/π) × (1/360) × L with angle = atan2(x − cx, y − cy), rounded to single precision, and L the distance from (cx,
- * cy) to (px, py), which is the number of table positions in a turn. */
+ * 57.2958 × (1/360) × L with angle = atan2(x − cx, y − cy), rounded to single precision, and L the distance from (cx,
+ * cy) to (px, py), which is the number of table positions in a turn. The factor is a little above 180/π. */
 TAVIK_EXPORT(void)
 xRenderSweepTo(float cx, float cy, float px, float py, float repeats, int32_t width, int32_t rows, int32_t n,
                const float *table, uint8_t *dst_r, uint8_t *dst_g, uint8_t *dst_b, const uint8_t *src_r,
