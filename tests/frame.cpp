@@ -8,14 +8,12 @@
 
 #include <gtest/gtest.h>
 
-#include "tavik/convert/convert.h"
 #include "tavik/foliage/foliage.h"
 #include "tavik/generators/generators.h"
 #include "tavik/lighting/lighting.h"
 #include "tavik/paint/paint.h"
 #include "tavik/raster/raster.h"
 #include "tavik/resample/resample.h"
-#include "tavik/tone/tone.h"
 #include "tests/support/bulk.h"
 
 #if defined(_WIN32)
