@@ -103,11 +103,11 @@ xprefilterlerp(int32_t width, int32_t row_count, float amount, float *filtered, 
  *   cosine, sine   of the angle that the picture turns back by
  *   back_a .. c    their low bytes fill the first three planes where the source is outside; the fourth gets 0
  * In integers: C = trunc(cosine × 255), S = trunc(sine × 255), Z = trunc((1 / zoom) × 255), and for x, y from the
- * middle of the destination (dst_x_max / 2, dst_y_max / 2) sx = ((C·x − S·y)·Z >> 16) + src_x_max / 2, sy = ((S·x +
- * C·y)·Z >> 16) + src_y_max / 2 A sample is inside where 0 <= sx < src_x_max and 0 <= sy < src_y_max, so the last
- * column and row of the source are never read. Scales are 255 · 255 / 65536 of the nominal ones. x and y end before the
- * bound's half: for even bounds the last column and row of the destination stay as they were, for odd ones the last
- * two. */
+ * middle of the destination (dst_x_max / 2, dst_y_max / 2)
+ *   sx = ((C·x − S·y)·Z >> 16) + src_x_max / 2, sy = ((S·x + C·y)·Z >> 16) + src_y_max / 2
+ * A sample is inside where 0 <= sx < src_x_max and 0 <= sy < src_y_max, so the last column and row of the source are
+ * never read. Scales are 255 · 255 / 65536 of the nominal ones. x and y end before the bound's half: for even bounds
+ * the last column and row of the destination stay as they were, for odd ones the last two. */
 TAVIK_EXPORT(void)
 FasterScaleRotate(const uint8_t *src_a, const uint8_t *src_b, const uint8_t *src_c, const uint8_t *src_d,
                   uint8_t *dst_a, uint8_t *dst_b, uint8_t *dst_c, uint8_t *dst_d, int32_t src_x_max, int32_t src_y_max,
