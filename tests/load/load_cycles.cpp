@@ -1,11 +1,14 @@
-// Loads the library, uses it on several threads and unloads it, a thousand times.
+// Loads the library, uses it on several threads and unloads it, a thousand times; every tenth time while the threads
+// are busy with other work.
 #include <algorithm>
 #include <cstdint>
 #include <iostream>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "tavik/frame/frame.h"
+#include "tests/load/host_work.h"
 #include "tests/support/module.h"
 
 int main(int argc, char **argv) {
@@ -19,6 +22,8 @@ int main(int argc, char **argv) {
     std::vector<uint8_t> plane(std::size_t{width} * height, 0);
     const std::string path = std::string("./") + argv[1];
     for (int cycle = 0; cycle < cycles; ++cycle) {
+        std::unique_ptr<tavik_test::HostWork> work;
+        if (cycle % 10 == 9) work = std::make_unique<tavik_test::HostWork>();
         const tavik_test::Module module(path.c_str());
         auto *complement = module.loaded() ? module.function<decltype(TestPPL2)>("TestPPL2") : nullptr;
         if (complement == nullptr) {
