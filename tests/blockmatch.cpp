@@ -318,17 +318,20 @@ const BulkCase cases[] = {
     {"CompareBlock",
      [](Workspace &w) {
          const Planes p(w);
+         auto *costs = w.result<int32_t>(64);
+         for (int32_t size = 0; size < 64; ++size)
+             costs[size] = CompareBlock(w.width / 2, w.height / 2, w.integer(0, w.width), w.integer(0, w.height), size,
+                                        w.width - 1, w.height - 1, p.a[0], p.a[1], p.a[2], p.b[0], p.b[1], p.b[2]);
+     }},
+    {"CompareBlock_mask",
+     [](Workspace &w) {
+         const Planes p(w);
          const uint8_t *masks[2] = {w.buffer(w.count()), w.buffer(w.count())};
-         auto *costs = w.result<int32_t>(128);
-         for (int32_t size = 0; size < 64; ++size) {
-             const int32_t x = w.integer(0, w.width);
-             const int32_t y = w.integer(0, w.height);
-             costs[size] = CompareBlock(w.width / 2, w.height / 2, x, y, size, w.width - 1, w.height - 1, p.a[0],
-                                        p.a[1], p.a[2], p.b[0], p.b[1], p.b[2]);
-             costs[size + 64] =
-                 CompareBlock_mask(w.width / 2, w.height / 2, x, y, size, w.width - 1, w.height - 1, p.a[0], p.a[1],
-                                   p.a[2], p.b[0], p.b[1], p.b[2], masks[0], masks[1], 9);
-         }
+         auto *costs = w.result<int32_t>(64);
+         for (int32_t size = 0; size < 64; ++size)
+             costs[size] = CompareBlock_mask(w.width / 2, w.height / 2, w.integer(0, w.width), w.integer(0, w.height),
+                                             size, w.width - 1, w.height - 1, p.a[0], p.a[1], p.a[2], p.b[0], p.b[1],
+                                             p.b[2], masks[0], masks[1], 9);
      }},
     {"xFindBlock_RGB",
      [](Workspace &w) {

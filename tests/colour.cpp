@@ -535,9 +535,9 @@ void tritone(Workspace &w) {
     });
 }
 
-void grey(Workspace &w) {
+template <auto Export> void grey(Workspace &w) {
     uint8_t *src[3] = {w.buffer(w.count()), w.buffer(w.count()), w.buffer(w.count())};
-    xColorToGrayscale(w.width, w.height, src[0], src[1], src[2], w.result_of(src[1], w.count()));
+    Export(w.width, w.height, src[0], src[1], src[2], w.result_of(src[1], w.count()));
 }
 
 void key(Workspace &w) {
@@ -558,7 +558,8 @@ const BulkCase cases[] = {
     {"xFastHSV", turn_hue<xFastHSV>, true},
     {"FastHSV_ppl", turn_hue<FastHSV_ppl>, true},
     {"xTritone", tritone, true},
-    {"xColorToGrayscale", grey, true},
+    {"xColorToGrayscale", grey<xColorToGrayscale>, true},
+    {"xColorToGrayChannel", grey<xColorToGrayChannel>, true},
     {"xKeyToAlpha", key, true},
 };
 

@@ -220,6 +220,23 @@ const BulkCase cases[] = {
              foliage_xpen(&target, end[0], end[1], end[2], end[3], end[4], end[5], end[6], hostile(w, 0, 1));
          }
      }},
+    {"xEmmit_particle",
+     [](Workspace &w) {
+         const int32_t capacity = w.width;
+         auto *pool = w.buffer<uint32_t>(words * static_cast<std::size_t>(capacity));
+         for (int32_t i = 0; i < capacity; ++i) pool[20 * i + 19] %= 2;
+         auto *places = w.result<int32_t>(9);
+         for (int32_t i = 0; i < 9; ++i)
+             places[i] = xEmmit_particle(reinterpret_cast<float *>(pool), capacity, record_of(w, meadow), i);
+     }},
+    {"Foliage_NextParticle",
+     [](Workspace &w) {
+         auto *pool = w.buffer<uint32_t>(words * static_cast<std::size_t>(w.width));
+         for (int32_t i = 0; i < w.width; ++i) pool[20 * i + 19] %= 2;
+         auto *next = w.result<int32_t>(static_cast<std::size_t>(w.width) + 1);
+         for (int32_t i = -1; i < w.width; ++i)
+             next[i + 1] = Foliage_NextParticle(reinterpret_cast<float *>(pool), w.width, i);
+     }},
     // Records of any bits: of any state, too.
     {"xApply_Physics",
      [](Workspace &w) {

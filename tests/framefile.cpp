@@ -332,6 +332,13 @@ const BulkCase cases[] = {
          uint8_t *dst[3] = {w.buffer(plane), w.buffer(plane), w.buffer(plane)};
          AVI_extract(w.width, w.height, static_cast<int32_t>(3 * w.count()), dst[0], dst[1], dst[2], src);
      }},
+    {"FilmstripHelper",
+     [](Workspace &w) {
+         const float step = w.real(0, 3);
+         const auto last = static_cast<int32_t>(w.count()) - 1;
+         const auto read = static_cast<std::size_t>(static_cast<float>(w.count()) * step) + 2;
+         FilmstripHelper(step, 0, last, w.buffer(read), w.result(w.count()));
+     }},
     {"SuperThumb",
      [](Workspace &w) {
          if (w.count() == 0) return; // There is nothing to sample.

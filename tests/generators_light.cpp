@@ -94,6 +94,20 @@ TEST(Generators, Streaks) {
 
 constexpr float nan = std::numeric_limits<float>::quiet_NaN();
 
+template <auto Export> void nova(Workspace &w) {
+    uint8_t *p[3] = {w.buffer(w.count()), w.buffer(w.count()), w.buffer(w.count())};
+    for (const float cx : {w.real(0, 90), nan, -1e30F})
+        Export(w.width, w.height, cx, w.real(0, 9), w.real(1, 99), w.integer(1, 60), 3, 255, 200, 90, w.real(0, 2),
+               p[0], p[1], p[2]);
+}
+
+template <auto Export> void streaks(Workspace &w) {
+    uint8_t *p[3] = {w.buffer(w.count()), w.buffer(w.count()), w.buffer(w.count())};
+    for (const float degrees : {w.real(-400, 400), nan, 1e30F})
+        Export(w.width, w.height, degrees, w.real(0, 90), w.real(0, 4), w.real(0, 1), 3, 255, 200, 90, w.real(0, 1),
+               p[0], p[1], p[2]);
+}
+
 const BulkCase cases[] = {
     {"DoMandel",
      [](Workspace &w) {
@@ -109,20 +123,10 @@ const BulkCase cases[] = {
              DoFastMandel(w.width, w.height, re, 0.1F, 3.0F / static_cast<float>(w.width), 60, 77, t, t, t,
                           w.result(w.count()), w.result(w.count()), w.result(w.count()));
      }},
-    {"xNova",
-     [](Workspace &w) {
-         uint8_t *p[3] = {w.buffer(w.count()), w.buffer(w.count()), w.buffer(w.count())};
-         for (const float cx : {w.real(0, 90), nan, -1e30F})
-             xNova(w.width, w.height, cx, w.real(0, 9), w.real(1, 99), w.integer(1, 60), 3, 255, 200, 90, w.real(0, 2),
-                   p[0], p[1], p[2]);
-     }},
-    {"p_RandomStreaks",
-     [](Workspace &w) {
-         uint8_t *p[3] = {w.buffer(w.count()), w.buffer(w.count()), w.buffer(w.count())};
-         for (const float degrees : {w.real(-400, 400), nan, 1e30F})
-             p_RandomStreaks(w.width, w.height, degrees, w.real(0, 90), w.real(0, 4), w.real(0, 1), 3, 255, 200, 90,
-                             w.real(0, 1), p[0], p[1], p[2]);
-     }},
+    {"xNova", nova<xNova>},
+    {"p_Nova", nova<p_Nova>},
+    {"xRandomStreaks", streaks<xRandomStreaks>},
+    {"p_RandomStreaks", streaks<p_RandomStreaks>},
 };
 
 const BulkFamily family("Light", cases);

@@ -204,6 +204,16 @@ const BulkCase cases[] = {
          const float *after = w.floats(w.count(), 0, 99);
          erosionsubtracter(w.width, w.height, w.real(-5, 5), before, after, w.result(w.count()));
      }},
+    {"xErodeBlock",
+     [](Workspace &w) {
+         float *heights = w.floats(w.count(), 0, 9);
+         float *settings = w.floats(8, -1, 3);
+         settings[7] = w.real(-1, 12);
+         const int32_t x = w.integer(-3, w.width);
+         const int32_t y = w.integer(-3, w.height);
+         xErodeBlock(w.width, w.height, heights, x, y, x + w.integer(0, 90), y + w.integer(0, 90), w.integer(0, 9), 90,
+                     40, w.integer(0, 99), settings);
+     }},
     {"xDoErode",
      [](Workspace &w) {
          float *heights = w.floats(w.count(), 0, 9);

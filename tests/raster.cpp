@@ -546,45 +546,72 @@ template <class Draw> void draw_some(Workspace &w, const Draw &draw_one) {
     }
 }
 
+// The same for a record with a texture, at distances above `nearest`.
+template <class Triangle, class Draw> void draw_textured(Workspace &w, const Draw &draw_one, float nearest) {
+    const tavik_triangle target = triangle_on(w);
+    Triangle t = {};
+    t.texture_width = t.width = w.width;
+    t.texture_height = t.height = w.height;
+    t.texture_r = w.buffer(w.count());
+    t.texture_g = w.buffer(w.count());
+    t.texture_b = w.buffer(w.count());
+    t.plane_r = target.plane_r;
+    t.plane_g = target.plane_g;
+    t.plane_b = target.plane_b;
+    t.depth = target.depth;
+    for (t.smooth = 0; t.smooth < 6; ++t.smooth) {
+        const float across = static_cast<float>(w.width) + 9;
+        const float down = static_cast<float>(w.height) + 9;
+        for (float *x : {&t.x0, &t.x1, &t.x2, &t.u0, &t.u1, &t.u2}) *x = w.real(-10, across);
+        for (float *y : {&t.y0, &t.y1, &t.y2, &t.v0, &t.v1, &t.v2}) *y = w.real(-10, down);
+        if constexpr (requires { t.w0; })
+            for (float *distance : {&t.w0, &t.w1, &t.w2}) *distance = w.real(nearest, 90);
+        else
+            for (float *distance : {&t.z0, &t.z1, &t.z2}) *distance = w.real(nearest, 90);
+        draw_one(&t);
+    }
+}
+
+// 9 columns × 7 rows in and around the picture, in rows of 10.
+const tavik_mesh_vertex *mesh_on(Workspace &w) {
+    constexpr std::size_t vertices = 10 * 7 - 1;
+    auto *grid = w.buffer<tavik_mesh_vertex>(vertices);
+    for (std::size_t i = 0; i < vertices; ++i) {
+        grid[i].x = static_cast<int16_t>(w.integer(-w.width / 2 - 2, w.width * 3 / 2 + 2));
+        grid[i].y = static_cast<int16_t>(w.integer(-w.height / 2 - 2, w.height * 3 / 2 + 2));
+        grid[i].z = w.real(0, 100);
+        grid[i].visible = w.integer(0, 9) > 0 ? 1 : 0;
+    }
+    return grid;
+}
+
 const BulkCase cases[] = {
     {"zTriangle", [](Workspace &w) { draw_some(w, [](tavik_triangle &t) { zTriangle(&t); }); }},
     {"TriangleColor", [](Workspace &w) { draw_some(w, [](tavik_triangle &t) { TriangleColor(&t); }); }},
     {"xTriangle_Perspective",
+     [](Workspace &w) { draw_textured<tavik_textured_triangle>(w, xTriangle_Perspective, 1); }},
+    {"xTriangle_Clipped",
+     [](Workspace &w) {
+         draw_textured<tavik_clipped_triangle>(
+             w,
+             [&](tavik_clipped_triangle *t) {
+                 t->centre_x = t->centre_y = 0;
+                 t->focal = 20;
+                 t->nearest = w.real(1, 9);
+                 xTriangle_Clipped(t);
+             },
+             -50);
+     }},
+    {"Render3DHelper",
+     [](Workspace &w) {
+         tavik_triangle target = triangle_on(w);
+         const auto *grid = mesh_on(w);
+         for (int32_t band = 0; band < 3; ++band) Render3DHelper(&target, grid, 9, 7, 10, band, 3);
+     }},
+    {"Render3DHelper2",
      [](Workspace &w) {
          const tavik_triangle target = triangle_on(w);
-         const auto x = [&] { return w.real(-10, static_cast<float>(w.width) + 9); };
-         const auto y = [&] { return w.real(-10, static_cast<float>(w.height) + 9); };
-         const auto z = [&] { return w.real(1, 90); };
-         for (int i = 0; i < 6; ++i) {
-             const tavik_textured_triangle t = {x(),
-                                                y(),
-                                                z(),
-                                                x(),
-                                                y(),
-                                                x(),
-                                                y(),
-                                                z(),
-                                                x(),
-                                                y(),
-                                                x(),
-                                                y(),
-                                                z(),
-                                                x(),
-                                                y(),
-                                                w.width,
-                                                w.height,
-                                                w.width,
-                                                w.height,
-                                                i % 2,
-                                                w.buffer(w.count()),
-                                                w.buffer(w.count()),
-                                                w.buffer(w.count()),
-                                                target.plane_r,
-                                                target.plane_g,
-                                                target.plane_b,
-                                                target.depth};
-             xTriangle_Perspective(&t);
-         }
+         Render3DHelper2(&target, mesh_on(w), 9, 7, 10, w.integer(1, 9));
      }},
     {"Transform3DHelper",
      [](Workspace &w) {

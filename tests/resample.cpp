@@ -316,6 +316,20 @@ TEST(Resample, PrefilterLerp) {
 float scale_into(int32_t from, int32_t to) { return 0.999F * static_cast<float>(from - 1) / static_cast<float>(to); }
 
 const BulkCase cases[] = {
+    {"BilinearSample",
+     [](Workspace &w) {
+         if (w.count() == 0) return; // There is nothing to sample.
+         const uint8_t *plane = w.buffer(w.count());
+         auto *samples = w.result<int32_t>(20);
+         for (std::size_t i = 0; i < 20; ++i)
+             samples[i] = BilinearSample(w.real(-9, static_cast<float>(w.width + 9)),
+                                         w.real(-9, static_cast<float>(w.height + 9)), w.width, w.height, plane);
+     }},
+    {"f_bicubicInterpolate",
+     [](Workspace &w) {
+         const float *patch = w.floats(16, -50, 300);
+         *w.result<float>(1) = f_bicubicInterpolate(patch, w.real(-1, 2), w.real(-1, 2));
+     }},
     {"DoCubicPass1Helper",
      [](Workspace &w) {
          const int32_t from = w.integer(1, 2 * w.width);

@@ -332,6 +332,15 @@ float reach(const Workspace &w) { return 0.4F * static_cast<float>(w.width + w.h
 
 template <auto Export> void lens(Workspace &w) { warp<Export>(w, shaped(w, 0.35F, 0.1F, 0.85F, 0.015F)); }
 
+template <auto Export> void evaluate(Workspace &w) {
+    if (w.count() == 0) return; // There is nothing to sample.
+    const std::size_t coarse = static_cast<std::size_t>((w.width + 1) / 2 * ((w.height + 1) / 2));
+    const float *pyramid = w.floats(w.count() + coarse, -9, 9);
+    auto *results = w.result<float>(4);
+    with_hostile(w, std::array{w.real(-9, 99), w.real(-9, 99), w.real(0, 1)},
+                 [&](auto... place) { *results++ = Export(place..., w.width, w.height, 2, pyramid); });
+}
+
 const BulkCase cases[] = {
     {"xFisheye", [](Workspace &w) { warp<xFisheye>(w, shaped(w, reach(w), w.real(-2, 0.9F))); }},
     {"xGlobe",
@@ -391,17 +400,8 @@ const BulkCase cases[] = {
          const int32_t reduced = (w.width + 1) / 2 * ((w.height + 1) / 2);
          xHalfSizeBuf(w.width, w.height, w.floats(w.count(), -9, 9), w.result<float>(std::size_t(reduced)));
      }},
-    {"xEval",
-     [](Workspace &w) {
-         if (w.count() == 0) return; // There is nothing to sample.
-         const std::size_t coarse = static_cast<std::size_t>((w.width + 1) / 2 * ((w.height + 1) / 2));
-         const float *pyramid = w.floats(w.count() + coarse, -9, 9);
-         auto *results = w.result<float>(std::size_t(2 * 5));
-         with_hostile(w, std::array{w.real(-9, 99), w.real(-9, 99), w.real(0, 1)}, [&](auto... place) {
-             results[0] += xEval(place..., w.width, w.height, 2, pyramid) > 0 ? 1.0F : 0.0F;
-             *results++ = xFastEval(place..., w.width, w.height, 2, pyramid);
-         });
-     }},
+    {"xEval", evaluate<xEval>},
+    {"xFastEval", evaluate<xFastEval>},
     {"xrefinementhelper",
      [](Workspace &w) {
          const std::size_t coarse = static_cast<std::size_t>((w.width + 1) / 2 * ((w.height + 1) / 2));

@@ -184,31 +184,50 @@ void transpose_blocks(uint16_t *blocks, size_t count) {
     for (size_t i = 0; i < count; ++i) transpose_block(blocks + i * block_samples);
 }
 
-// A row of bytes to one row of each of the blocks side by side, eight fraction bits added.
-void widen_row(const uint8_t *src, size_t count, uint16_t *row_of_first_block) {
-    for (size_t begin = 0; begin < count; begin += block_side) {
-        uint16_t *to = row_of_first_block + begin / block_side * block_samples;
-        if (count - begin >= block_side) {
-            for (size_t x = 0; x < block_side; ++x) to[x] = static_cast<uint16_t>(src[begin + x] << 8);
-        } else {
-            for (size_t x = 0; x < count - begin; ++x) to[x] = static_cast<uint16_t>(src[begin + x] << 8);
-        }
-    }
+// Bytes to samples of eight fraction bits and back, 16 at a time.
+#if TAVIK_LEVEL >= TAVIK_SSE2
+inline void widen_sixteen(const uint8_t *src, uint16_t *dst) {
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i *>(src));
+    auto *to = reinterpret_cast<__m128i *>(dst);
+    _mm_store_si128(to, _mm_unpacklo_epi8(_mm_setzero_si128(), bytes));
+    _mm_store_si128(to + 1, _mm_unpackhi_epi8(_mm_setzero_si128(), bytes));
 }
 
-// Rounds `columns` columns of blocks side by side to rows of bytes.
+inline void narrow_sixteen(const uint16_t *src, uint8_t *dst) {
+    const auto rounded = [&](int half) {
+        const __m128i words = _mm_load_si128(reinterpret_cast<const __m128i *>(src) + half);
+        return _mm_srli_epi16(_mm_add_epi16(words, _mm_set1_epi16(128)), 8);
+    };
+    _mm_storeu_si128(reinterpret_cast<__m128i *>(dst), _mm_packus_epi16(rounded(0), rounded(1)));
+}
+#endif
+
+inline void widen(const uint8_t *src, uint16_t *dst, size_t count) {
+#if TAVIK_LEVEL >= TAVIK_SSE2
+    if (count == block_side) return widen_sixteen(src, dst);
+#endif
+    for (size_t x = 0; x < count; ++x) dst[x] = static_cast<uint16_t>(src[x] << 8);
+}
+
+inline void narrow(const uint16_t *src, uint8_t *dst, size_t count) {
+#if TAVIK_LEVEL >= TAVIK_SSE2
+    if (count == block_side) return narrow_sixteen(src, dst);
+#endif
+    for (size_t x = 0; x < count; ++x) dst[x] = static_cast<uint8_t>((src[x] + 128) >> 8);
+}
+
+// A row of bytes to one row of each of the blocks side by side.
+void widen_row(const uint8_t *src, size_t count, uint16_t *row_of_first_block) {
+    for (size_t begin = 0; begin < count; begin += block_side)
+        widen(src + begin, row_of_first_block + begin * block_side, std::min(count - begin, block_side));
+}
+
+// `columns` columns of blocks side by side to rows of bytes.
 void narrow_lines(const Lines &lines, size_t columns, uint8_t *dst, size_t stride) {
-    const auto narrow = [](uint16_t sample) { return static_cast<uint8_t>((sample + 128) >> 8); };
     size_t at = 0;
     for (size_t y = 0; y < lines.length; at += lines.step(y++)) {
-        for (size_t begin = 0; begin < columns; begin += block_side) {
-            const uint16_t *from = lines.first + at + begin * block_side;
-            uint8_t *to = dst + y * stride + begin;
-            if (columns - begin >= block_side) {
-                for (size_t x = 0; x < block_side; ++x) to[x] = narrow(from[x]);
-            } else {
-                for (size_t x = 0; x < columns - begin; ++x) to[x] = narrow(from[x]);
-            }
-        }
+        const uint16_t *row = lines.first + at;
+        for (size_t begin = 0; begin < columns; begin += block_side)
+            narrow(row + begin * block_side, dst + y * stride + begin, std::min(columns - begin, block_side));
     }
 }
