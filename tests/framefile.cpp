@@ -336,8 +336,9 @@ const BulkCase cases[] = {
      [](Workspace &w) {
          const float step = w.real(0, 3);
          const auto last = static_cast<int32_t>(w.count()) - 1;
-         const auto read = static_cast<std::size_t>(static_cast<float>(w.count()) * step) + 2;
-         FilmstripHelper(step, 0, last, w.buffer(read), w.result(w.count()));
+         float position = 0;
+         for (int32_t i = 0; i < last; ++i) position += step;
+         FilmstripHelper(step, 0, last, w.buffer(static_cast<std::size_t>(position) + 1), w.result(w.count()));
      }},
     {"SuperThumb",
      [](Workspace &w) {
