@@ -2,8 +2,10 @@
 
 #include <array>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 #include <numeric>
+#include <random>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -211,6 +213,38 @@ TEST_F(SetValue, SeesEarlierResultsWherePlanesOverlapPartly) {
 template <auto Export, class From, class To> void convert_plane(Workspace &w) {
     From *src = w.buffer<From>(w.count());
     Export(w.width, w.height, src, w.buffer<To>(w.count()));
+}
+
+// Results of 16 MiB and more go past the caches, from wherever in a line they begin.
+TEST(Convert, LargeResultsAreThoseOfTheirRows) {
+    constexpr int32_t width = 2100;
+    constexpr int32_t height = 2001;
+    constexpr std::size_t samples = std::size_t{width} * height;
+    Bytes src(samples + 2);
+    std::mt19937 random(1);
+    for (uint8_t &sample : src) sample = static_cast<uint8_t>(random());
+    const uint8_t *r = src.data();
+    const uint8_t *g = r + 1;
+    const uint8_t *b = r + 2;
+    std::vector<uint32_t> large(samples + 1);
+    std::vector<uint32_t> row(width);
+    const auto compare = [&](const char *name, const auto &call) {
+        call(0, height, large.data() + 1);
+        for (int32_t y = 0; y < height; ++y) {
+            const std::size_t begin = std::size_t{width} * static_cast<std::size_t>(y);
+            call(begin, 1, row.data());
+            ASSERT_EQ(std::memcmp(large.data() + 1 + begin, row.data(), width * sizeof row[0]), 0) << name << ' ' << y;
+        }
+    };
+    compare("RGB_to_bbytes", [&](std::size_t i, int32_t rows, uint32_t *dst) {
+        RGB_to_bbytes(width - 1, rows, width, 0, r + i, g + i, b + i, dst);
+    });
+    compare("LongRGBV_to_RGB_array", [&](std::size_t i, int32_t rows, uint32_t *dst) {
+        LongRGBV_to_RGB_array(r + i, g + i, b + i, reinterpret_cast<uint8_t *>(dst), width - 1, rows - 1);
+    });
+    compare("char_to_float", [&](std::size_t i, int32_t rows, uint32_t *dst) {
+        char_to_float(width, rows, r + i, reinterpret_cast<float *>(dst));
+    });
 }
 
 void narrow_ordinary_floats(Workspace &w) {

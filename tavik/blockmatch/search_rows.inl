@@ -153,7 +153,7 @@ class WeightedGroup {
     static void flush(Totals *from, uint64_t *to) {
         uint32_t in_order[vector_bytes];
         const auto part = [&](size_t i) { return reinterpret_cast<ByteVector>(from[i]); };
-        store_lanes(reinterpret_cast<uint8_t *>(in_order), part(0), part(1), part(2), part(3));
+        store_lanes<store>(reinterpret_cast<uint8_t *>(in_order), part(0), part(1), part(2), part(3));
         for (size_t i = 0; i < vector_bytes; ++i) to[i] += in_order[i];
         for (size_t i = 0; i < 4; ++i) from[i] = Totals{};
     }

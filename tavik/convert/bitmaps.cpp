@@ -3,6 +3,7 @@
 #include "tavik/frame/overlap.h"
 #include "tavik/frame/parallel_for.h"
 #include "tavik/frame/size_form.h"
+#include "tavik/frame/streaming.h"
 
 #define TAVIK_ROWS "tavik/convert/bitmaps_rows.inl"
 #include "tavik/frame/each_level.inl"
@@ -14,10 +15,9 @@ namespace {
 using Plane = uint8_t *;
 using ConstPlane = const uint8_t *;
 
-constexpr PerLevel<void(ConstPlane r, ConstPlane g, ConstPlane b, uint32_t *dst, std::size_t count)> pack_bitmap =
-    TAVIK_EVERY_LEVEL(pack_bitmap);
-constexpr PerLevel<void(ConstPlane r, ConstPlane g, ConstPlane b, uint8_t *dst, std::size_t count)> pack_quads =
-    TAVIK_EVERY_LEVEL(pack_quads);
+using PackRow = void(ConstPlane r, ConstPlane g, ConstPlane b, uint8_t *dst, std::size_t count, bool streamed);
+constexpr PerLevel<PackRow> pack_bitmap = TAVIK_EVERY_LEVEL(pack_bitmap);
+constexpr PerLevel<PackRow> pack_quads = TAVIK_EVERY_LEVEL(pack_quads);
 constexpr PerLevel<void(Plane r, Plane g, Plane b, const uint8_t *src, std::size_t count)> unpack_quads =
     TAVIK_EVERY_LEVEL(unpack_quads);
 
@@ -27,6 +27,7 @@ template <class Row> void for_each_bitmap_row(int32_t x_max, int32_t height, int
     if (x_max <= 0) return;
     parallel_for(0, height, row_grain(x_max), [&](int32_t begin, int32_t end) {
         for (int32_t y = begin; y < end; ++y) row((std::ptrdiff_t{x_max} + 1) * y, std::ptrdiff_t{bitmap_stride} * y);
+        fence_stream();
     });
 }
 
@@ -35,8 +36,10 @@ template <class Row> void for_each_bitmap_row(int32_t x_max, int32_t height, int
 TAVIK_EXPORT(void)
 RGB_to_bbytes(int32_t x_max, int32_t height, int32_t dst_stride, int32_t /*ignored*/, const uint8_t *src_r,
               const uint8_t *src_g, const uint8_t *src_b, uint32_t *dst) {
+    const bool streamed = is_streamed(counts(x_max, height) * sizeof *dst);
     for_each_bitmap_row(x_max, height, dst_stride, [&](std::ptrdiff_t s, std::ptrdiff_t d) {
-        pack_bitmap.active()(src_r + s, src_g + s, src_b + s, dst + d, element_count(x_max));
+        auto *quads = reinterpret_cast<uint8_t *>(dst + d);
+        pack_bitmap.active()(src_r + s, src_g + s, src_b + s, quads, element_count(x_max), streamed);
     });
 }
 
@@ -57,7 +60,9 @@ LongRGBV_to_RGB_array(const uint8_t *src_r, const uint8_t *src_g, const uint8_t 
     // A plane that shares bytes with the wider quads needs the plain loop.
     const auto apart = [&](const uint8_t *plane) { return plane != dst && same_or_apart(plane, dst, 4 * count); };
     const bool independent = apart(src_r) && apart(src_g) && apart(src_b);
-    (independent ? pack_quads.active() : pack_quads.scalar())(src_r, src_g, src_b, dst, count);
+    const auto &pack = independent ? pack_quads.active() : pack_quads.scalar();
+    pack(src_r, src_g, src_b, dst, count, is_streamed(4 * count));
+    fence_stream();
 }
 
 TAVIK_EXPORT(void)

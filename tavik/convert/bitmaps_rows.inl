@@ -2,31 +2,50 @@
 #include "tavik/frame/byte_vector.inl"
 #endif
 
-void pack_bitmap(const uint8_t *r, const uint8_t *g, const uint8_t *b, uint32_t *dst, size_t count) {
+// Quads of three planes' samples and of what `fourth` makes of them. The destination is apart from the planes where
+// there are vectors. Streamed quads go past the caches.
+template <class Fourth>
+inline void interleave(const uint8_t *first, const uint8_t *second, const uint8_t *third, const Fourth &fourth,
+                       uint8_t *dst, size_t count, [[maybe_unused]] bool streamed) {
     size_t i = 0;
 #if TAVIK_LEVEL >= TAVIK_SSE2
-    for (; i + vector_bytes <= count; i += vector_bytes)
-        store_interleaved(reinterpret_cast<uint8_t *>(dst + i), load(b + i), load(g + i), load(r + i), ByteVector{});
-#endif
-    for (; i < count; ++i) dst[i] = uint32_t{r[i]} << 16 | uint32_t{g[i]} << 8 | b[i];
-}
-
-void pack_quads(const uint8_t *r, const uint8_t *g, const uint8_t *b, uint8_t *dst, size_t count) {
-    size_t i = 0;
-#if TAVIK_LEVEL >= TAVIK_SSE2
-    for (; i + vector_bytes <= count; i += vector_bytes) {
-        const ByteVector red = load(r + i);
-        const ByteVector green = load(g + i);
-        const ByteVector blue = load(b + i);
-        store_interleaved(dst + 4 * i, red, green, blue, mean_of_three(red, green, blue));
+    if (count >= vector_bytes) {
+        const auto put_at = [&](size_t at, const auto &store_quads) {
+            const ByteVector a = load(first + at);
+            const ByteVector b = load(second + at);
+            const ByteVector c = load(third + at);
+            store_quads(dst + 4 * at, a, b, c, fourth(a, b, c));
+        };
+        const size_t to_vector = (vector_bytes - reinterpret_cast<uintptr_t>(dst) % vector_bytes) % vector_bytes;
+        if (streamed && to_vector % 4 == 0) {
+            put_at(0, store_interleaved<store>);
+            for (i = to_vector / 4; i + vector_bytes <= count; i += vector_bytes) put_at(i, store_interleaved<stream>);
+        } else {
+            for (; i + vector_bytes <= count; i += vector_bytes) put_at(i, store_interleaved<store>);
+        }
+        // The last vector writes some quads again.
+        if (i < count) put_at(count - vector_bytes, store_interleaved<store>);
+        return;
     }
 #endif
     for (; i < count; ++i) {
-        dst[4 * i] = r[i];
-        dst[4 * i + 1] = g[i];
-        dst[4 * i + 2] = b[i];
-        dst[4 * i + 3] = static_cast<uint8_t>(mean_of_three(r[i], g[i], b[i]));
+        dst[4 * i] = first[i];
+        dst[4 * i + 1] = second[i];
+        dst[4 * i + 2] = third[i];
+        dst[4 * i + 3] = fourth(first[i], second[i], third[i]);
     }
+}
+
+void pack_bitmap(const uint8_t *r, const uint8_t *g, const uint8_t *b, uint8_t *dst, size_t count, bool streamed) {
+    interleave(
+        b, g, r, [](auto blue, auto, auto) { return decltype(blue){}; }, dst, count, streamed);
+}
+
+void pack_quads(const uint8_t *r, const uint8_t *g, const uint8_t *b, uint8_t *dst, size_t count, bool streamed) {
+    const auto mean = [](auto red, auto green, auto blue) {
+        return static_cast<decltype(red)>(mean_of_three(red, green, blue));
+    };
+    interleave(r, g, b, mean, dst, count, streamed);
 }
 
 void unpack_quads(uint8_t *r, uint8_t *g, uint8_t *b, const uint8_t *src, size_t count) {

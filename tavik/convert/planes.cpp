@@ -1,7 +1,9 @@
 #include "tavik/convert/convert.h"
 
+#include "tavik/frame/overlap.h"
 #include "tavik/frame/parallel_for.h"
 #include "tavik/frame/size_form.h"
+#include "tavik/frame/streaming.h"
 
 #define TAVIK_ROWS "tavik/convert/planes_rows.inl"
 #include "tavik/frame/each_level.inl"
@@ -24,8 +26,16 @@ template <class From, class To>
 void convert_plane(const PerLevel<ConvertRow<From, To>> &rows, int32_t width, int32_t height, const From *src,
                    To *dst) {
     const std::size_t stride = element_count(width);
+    const std::size_t all = counts(width, height);
+    const bool streamed =
+        is_streamed(all * sizeof(To)) && same_or_apart(src, dst, all * std::max(sizeof(From), sizeof(To)));
     parallel_for(0, height, row_grain(width), [&](int32_t begin, int32_t end) {
-        rows.active()(src + begin * stride, dst + begin * stride, (end - begin) * stride);
+        const From *from = src + begin * stride;
+        const std::size_t count = (end - begin) * stride;
+        if (!streamed) return rows.active()(from, dst + begin * stride, count);
+        make_streamed(dst + begin * stride, count,
+                      [&](std::size_t i, To *to, std::size_t n) { rows.active()(from + i, to, n); });
+        fence_stream();
     });
 }
 

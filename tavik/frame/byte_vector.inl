@@ -14,6 +14,7 @@ constexpr __mmask16 every_lane = 0xFFFF;
 
 inline ByteVector load(const uint8_t *from) { return _mm512_loadu_si512(from); }
 inline void store(uint8_t *to, ByteVector value) { _mm512_storeu_si512(to, value); }
+inline void stream(uint8_t *to, ByteVector value) { _mm512_stream_si512(reinterpret_cast<__m512i *>(to), value); }
 inline ByteVector every_byte(uint8_t value) { return _mm512_set1_epi8(static_cast<char>(value)); }
 inline ByteVector add_saturated(ByteVector a, ByteVector b) { return _mm512_adds_epu8(a, b); }
 inline ByteVector subtract_saturated(ByteVector a, ByteVector b) { return _mm512_subs_epu8(a, b); }
@@ -28,16 +29,16 @@ inline ByteVector pack_longs(ByteVector low, ByteVector high) { return _mm512_pa
 inline ByteVector multiply_high(ByteVector a, ByteVector b) { return _mm512_mulhi_epu16(a, b); }
 inline ByteVector multiply_add_pairs(ByteVector a, ByteVector b) { return _mm512_madd_epi16(a, b); }
 
-// Stores 16-byte lanes: the first of a, b, c and d, then the second of each, and so on.
-inline void store_lanes(uint8_t *to, ByteVector a, ByteVector b, ByteVector c, ByteVector d) {
+// Stores 16-byte lanes, by store or stream: the first of a, b, c and d, then the second of each, and so on.
+template <auto put> void store_lanes(uint8_t *to, ByteVector a, ByteVector b, ByteVector c, ByteVector d) {
     const ByteVector ab_01 = __builtin_shufflevector(a, b, 0, 1, 2, 3, 8, 9, 10, 11);
     const ByteVector ab_23 = __builtin_shufflevector(a, b, 4, 5, 6, 7, 12, 13, 14, 15);
     const ByteVector cd_01 = __builtin_shufflevector(c, d, 0, 1, 2, 3, 8, 9, 10, 11);
     const ByteVector cd_23 = __builtin_shufflevector(c, d, 4, 5, 6, 7, 12, 13, 14, 15);
-    store(to, __builtin_shufflevector(ab_01, cd_01, 0, 1, 4, 5, 8, 9, 12, 13));
-    store(to + 64, __builtin_shufflevector(ab_01, cd_01, 2, 3, 6, 7, 10, 11, 14, 15));
-    store(to + 128, __builtin_shufflevector(ab_23, cd_23, 0, 1, 4, 5, 8, 9, 12, 13));
-    store(to + 192, __builtin_shufflevector(ab_23, cd_23, 2, 3, 6, 7, 10, 11, 14, 15));
+    put(to, __builtin_shufflevector(ab_01, cd_01, 0, 1, 4, 5, 8, 9, 12, 13));
+    put(to + 64, __builtin_shufflevector(ab_01, cd_01, 2, 3, 6, 7, 10, 11, 14, 15));
+    put(to + 128, __builtin_shufflevector(ab_23, cd_23, 0, 1, 4, 5, 8, 9, 12, 13));
+    put(to + 192, __builtin_shufflevector(ab_23, cd_23, 2, 3, 6, 7, 10, 11, 14, 15));
 }
 
 // Puts 4-byte parts in order: the first of each 16-byte lane, then the second of each, and so on.
@@ -59,6 +60,7 @@ using ByteVector = __m256i;
 
 inline ByteVector load(const uint8_t *from) { return _mm256_loadu_si256(reinterpret_cast<const __m256i *>(from)); }
 inline void store(uint8_t *to, ByteVector value) { _mm256_storeu_si256(reinterpret_cast<__m256i *>(to), value); }
+inline void stream(uint8_t *to, ByteVector value) { _mm256_stream_si256(reinterpret_cast<__m256i *>(to), value); }
 inline ByteVector every_byte(uint8_t value) { return _mm256_set1_epi8(static_cast<char>(value)); }
 inline ByteVector repeat_16(const uint8_t *from) {
     return _mm256_broadcastsi128_si256(_mm_loadu_si128(reinterpret_cast<const __m128i *>(from)));
@@ -81,11 +83,11 @@ inline ByteVector pack_longs(ByteVector low, ByteVector high) { return _mm256_pa
 inline ByteVector multiply_high(ByteVector a, ByteVector b) { return _mm256_mulhi_epu16(a, b); }
 inline ByteVector multiply_add_pairs(ByteVector a, ByteVector b) { return _mm256_madd_epi16(a, b); }
 
-inline void store_lanes(uint8_t *to, ByteVector a, ByteVector b, ByteVector c, ByteVector d) {
-    store(to, _mm256_permute2x128_si256(a, b, 0x20));
-    store(to + 32, _mm256_permute2x128_si256(c, d, 0x20));
-    store(to + 64, _mm256_permute2x128_si256(a, b, 0x31));
-    store(to + 96, _mm256_permute2x128_si256(c, d, 0x31));
+template <auto put> void store_lanes(uint8_t *to, ByteVector a, ByteVector b, ByteVector c, ByteVector d) {
+    put(to, _mm256_permute2x128_si256(a, b, 0x20));
+    put(to + 32, _mm256_permute2x128_si256(c, d, 0x20));
+    put(to + 64, _mm256_permute2x128_si256(a, b, 0x31));
+    put(to + 96, _mm256_permute2x128_si256(c, d, 0x31));
 }
 
 inline ByteVector gather_lanes(ByteVector value) {
@@ -105,6 +107,7 @@ using ByteVector = __m128i;
 
 inline ByteVector load(const uint8_t *from) { return _mm_loadu_si128(reinterpret_cast<const __m128i *>(from)); }
 inline void store(uint8_t *to, ByteVector value) { _mm_storeu_si128(reinterpret_cast<__m128i *>(to), value); }
+inline void stream(uint8_t *to, ByteVector value) { _mm_stream_si128(reinterpret_cast<__m128i *>(to), value); }
 inline ByteVector every_byte(uint8_t value) { return _mm_set1_epi8(static_cast<char>(value)); }
 inline ByteVector add_saturated(ByteVector a, ByteVector b) { return _mm_adds_epu8(a, b); }
 inline ByteVector subtract_saturated(ByteVector a, ByteVector b) { return _mm_subs_epu8(a, b); }
@@ -119,11 +122,11 @@ inline ByteVector pack_longs(ByteVector low, ByteVector high) { return _mm_packs
 inline ByteVector multiply_high(ByteVector a, ByteVector b) { return _mm_mulhi_epu16(a, b); }
 inline ByteVector multiply_add_pairs(ByteVector a, ByteVector b) { return _mm_madd_epi16(a, b); }
 
-inline void store_lanes(uint8_t *to, ByteVector a, ByteVector b, ByteVector c, ByteVector d) {
-    store(to, a);
-    store(to + 16, b);
-    store(to + 32, c);
-    store(to + 48, d);
+template <auto put> void store_lanes(uint8_t *to, ByteVector a, ByteVector b, ByteVector c, ByteVector d) {
+    put(to, a);
+    put(to + 16, b);
+    put(to + 32, c);
+    put(to + 48, d);
 }
 
 inline ByteVector gather_lanes(ByteVector value) { return value; }
@@ -175,14 +178,15 @@ inline ByteVector mean_of_three(ByteVector a, ByteVector b, ByteVector c) {
     return in_words([&](Words x, Words y, Words z) { return multiply_high(x + y + z, third); }, a, b, c);
 }
 
-// Stores a[0], b[0], c[0], d[0], a[1], b[1] and so on.
-inline void store_interleaved(uint8_t *to, ByteVector a, ByteVector b, ByteVector c, ByteVector d) {
+// Stores a[0], b[0], c[0], d[0], a[1], b[1] and so on, by store or stream.
+template <auto put = store>
+void store_interleaved(uint8_t *to, ByteVector a, ByteVector b, ByteVector c, ByteVector d) {
     const ByteVector ab_low = interleave_low_bytes(a, b);
     const ByteVector ab_high = interleave_high_bytes(a, b);
     const ByteVector cd_low = interleave_low_bytes(c, d);
     const ByteVector cd_high = interleave_high_bytes(c, d);
-    store_lanes(to, interleave_low_words(ab_low, cd_low), interleave_high_words(ab_low, cd_low),
-                interleave_low_words(ab_high, cd_high), interleave_high_words(ab_high, cd_high));
+    store_lanes<put>(to, interleave_low_words(ab_low, cd_low), interleave_high_words(ab_low, cd_low),
+                     interleave_low_words(ab_high, cd_high), interleave_high_words(ab_high, cd_high));
 }
 
 // Applies a function to as many floats as there are bytes in a vector; its 32-bit results are clamped to 0 .. 255.
