@@ -142,6 +142,17 @@ TEST(Erosion, RainStaysInItsWindowAndKeepsTheSum) {
     EXPECT_NEAR(sum_of(after), sum_of(before), 0.01);
 }
 
+TEST(Erosion, AWindowBeyondAllNumbersIsThePlane) {
+    constexpr int32_t largest = std::numeric_limits<int32_t>::max();
+    Floats whole = hills(64, 64);
+    xErodeBlock(64, 64, whole.data(), 0, 0, 64, 64, 0, 500, 27, 9, good_start.data());
+    for (const int32_t start : {0, -largest - 1}) {
+        Floats after = hills(64, 64);
+        xErodeBlock(64, 64, after.data(), start, start, 64, 64, largest, 500, 27, 9, good_start.data());
+        EXPECT_EQ(after, whole) << start;
+    }
+}
+
 // The phases' blocks one after another, in another order than the threads', make the same plane.
 TEST(Erosion, BlocksOfAPhaseDoNotMeet) {
     constexpr int32_t width = 150;

@@ -245,6 +245,15 @@ TEST(Paint, ANegativeFeatherShowsTheBox) {
     });
 }
 
+// The reciprocal of −0 turns the rising weight around: 0 inside the radius, 1 outside.
+TEST(Paint, AFeatherOfMinusZeroShowsTheBox) {
+    Canvas<uint8_t> canvas(40, 40);
+    adding.paint({20, 20, 32, -0.0F, {50, 50, 50}}, canvas);
+    EXPECT_EQ(canvas.at(0, 20, 20), 100);
+    EXPECT_EQ(canvas.at(0, 4, 4), 150); // The corner of the box
+    EXPECT_EQ(canvas.at(0, 3, 4), 100);
+}
+
 TEST(Paint, TranslucencyRoundsFloatsOutsideTheDisc) {
     Canvas<float> canvas(60, 60, -0.0F);
     floating.paint({30, 30, 40, 1, {1, 1, 1}, 0.5F}, canvas);

@@ -83,7 +83,7 @@ SuperThumb(const uint8_t *src_r, const uint8_t *src_g, const uint8_t *src_b, uin
 /* Scales planes of src_width × src_height (counts) to a bitmap of out_width × out_height by the nearest sample to the
  * left and above. The source row of row y is trunc(y·(src_height / out_height)); the source column begins at 0 and
  * grows by src_width / out_width per pixel, all in single precision, so that the columns of wide rows drift a little:
- * one beyond the row's end is the first of the next row.
+ * one beyond the row's end is the first of the next row, and beyond the last row's the last sample of the planes.
  *   dst          rows of dst_stride pixels
  * Nothing is written without memory for a number per column. */
 TAVIK_EXPORT(void)

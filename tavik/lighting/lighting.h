@@ -49,10 +49,10 @@ GetPointLight(float *out, const float *light, const float *point, const float *v
 
 /* --- Height fields ---
  *
- * The exports below take counts, write their whole rectangle, run in parallel by rows, and round to the
- * nearest byte, halves up, held to 0 .. 255. Heights grow towards the viewer, as z does; x goes right and y down; a
- * light vector points from the surface to the light. Edge samples are repeated beyond the edges. Any float is safe:
- * NaN can spoil the picture, but nothing outside the buffers is touched.
+ * The exports below take counts, and unless they say otherwise write their whole rectangle and run in parallel by rows.
+ * Bytes are rounded to the nearest, halves up, and held to 0 .. 255. Heights grow towards the viewer, as z does; x goes
+ * right and y down; a light vector points from the surface to the light. Edge samples are repeated beyond the edges.
+ * Any float is safe: NaN can spoil the picture, but nothing outside the buffers is touched.
  *
  * The normal of a height plane is (−gx, −gy, 1) scaled to length 1, with (gx, gy) Sobel's gradient times `scale`: of
  * the neighbours a b c / d . f / g i j, gx = (((c − a) + (j − g)) + (f − d)·2)·0.125 and
@@ -180,10 +180,11 @@ xFindMinMax_f(int32_t width, int32_t height, const float *plane, float *lowest, 
 
 /* One step of thermal weathering (Musgrave, Kolb, Mace 1989) in two passes, xDifferenceKernel and then xApplySlope with
  * the same talus: what stands steeper than the talus slides to the lower neighbours. The sum of the heights is kept up
- * to rounding, and slopes settle towards the talus. talus    the steepest stable difference of neighbours, √2 times as
- * much on diagonals; below 0 gives odd planes rate     0 .. 1, how much moves in a step With excess(a, b) = (a − b) −
- * talus where positive, flow is the share of each excess that will move: half the rate of the largest excess over the
- * sum of all eight, 0 where none is. Neighbours outside the plane are left out. */
+ * to rounding, and slopes settle towards the talus.
+ *   talus   the steepest stable difference of neighbours, √2 times as much on diagonals; below 0 gives odd planes
+ *   rate    0 .. 1, how much moves in a step
+ * With excess(a, b) = (a − b) − talus where positive, flow is the share of each excess that will move: half the rate of
+ * the largest excess over the sum of all eight, 0 where none is. Neighbours outside the plane are left out. */
 TAVIK_EXPORT(void)
 xDifferenceKernel(int32_t width, int32_t height, float talus, float rate, const float *heights, float *flow);
 

@@ -175,7 +175,8 @@ struct Reach {
     Span cells, starts;
 
     Reach(Span block, int32_t margin, int32_t size, int32_t radius) {
-        const Span window = {std::max(block.begin - margin, 0), std::min(block.end + margin, size)};
+        const auto inside = [size](int64_t i) { return static_cast<int32_t>(std::clamp<int64_t>(i, 0, size)); };
+        const Span window = {inside(int64_t{block.begin} - margin), inside(int64_t{block.end} + margin)};
         cells = {window.begin + radius, window.end - 1 - radius};
         starts = {std::max(block.begin, cells.begin), std::min(block.end, cells.end)};
     }
@@ -211,8 +212,8 @@ class Tiling {
         : field_(field),
           size_(block_size),
           shift_(shift),
-          columns_((field.width + shift + block_size - 1) / block_size),
-          rows_((field.height + shift + block_size - 1) / block_size) {}
+          columns_(blocks_across(field.width)),
+          rows_(blocks_across(field.height)) {}
 
     // Calls body(column, row, block) for the blocks of one of four phases at the same time. Blocks of a phase are so
     // far apart that their windows do not meet.
@@ -238,6 +239,10 @@ class Tiling {
     }
 
   private:
+    int32_t blocks_across(int32_t length) const {
+        return static_cast<int32_t>((int64_t{length} + shift_ + size_ - 1) / size_);
+    }
+
     Span span(int32_t index) const { return {index * size_ - shift_, index * size_ - shift_ + size_}; }
 
     const Field &field_;

@@ -158,9 +158,9 @@ inline Span chord(const Disc &disc, const Box &box, float dy_squared) {
 template <class Rule, class Sample>
 void paint(const Rule &rule, const Disc &disc, const Box &box, const Canvas<Sample> &canvas) {
     // A chord does not pay in a box of one vector, and pixels further right are too coarse for the spare. A negative
-    // feather has its rim inside the radius.
+    // feather has its rim inside the radius, and one of −0 rises outside it.
     const bool by_chords = Rule::confined && box.right - box.left > lanes && box.right < 1 << 18 &&
-                           disc.feather >= 0.0F && disc.radius >= 0.0F;
+                           disc.feather >= 0.0F && !std::signbit(disc.feather) && disc.radius >= 0.0F;
     for (int32_t y = box.top; y < box.bottom; ++y) {
         const float dy = static_cast<float>(y) - disc.cy;
         const float dy_squared = dy * dy;
