@@ -15,19 +15,14 @@ using namespace tavik_test;
 
 namespace {
 
-using Plane = std::vector<uint8_t>;
+using Plane = Bytes;
 using Place = std::array<int32_t, 2>;
 
 constexpr int32_t none = std::numeric_limits<int32_t>::max();
 constexpr int32_t width = 90;
 constexpr int32_t height = 60;
 
-Plane noise(uint32_t seed) {
-    std::mt19937 random(seed);
-    Plane plane(width * height);
-    for (uint8_t &sample : plane) sample = static_cast<uint8_t>(random());
-    return plane;
-}
+Plane noise(uint32_t seed) { return tavik_test::noise(width * height, seed); }
 
 uint8_t at(const Plane &plane, int32_t x, int32_t y) { return plane[static_cast<std::size_t>(y * width + x)]; }
 
@@ -86,12 +81,11 @@ TEST(BlockMatch, SquaredDifferencesOfWholeAndKnownBlocks) {
     Plane mask_a(width * height, 1);
     Plane mask_b(width * height, 255);
     const auto compare = [&](int32_t x_b, int32_t y_b, int32_t size) {
-        return CompareBlock(30, 25, x_b, y_b, size, width - 1, height - 1, a[0].data(), a[1].data(), a[2].data(),
-                            b[0].data(), b[1].data(), b[2].data());
+        return call(CompareBlock, 30, 25, x_b, y_b, size, width - 1, height - 1, a, b);
     };
     const auto compare_known = [&](int32_t x_b, int32_t y_b, int32_t size, int32_t min_count) {
-        return CompareBlock_mask(30, 25, x_b, y_b, size, width - 1, height - 1, a[0].data(), a[1].data(), a[2].data(),
-                                 b[0].data(), b[1].data(), b[2].data(), mask_a.data(), mask_b.data(), min_count);
+        return call(CompareBlock_mask, 30, 25, x_b, y_b, size, width - 1, height - 1, a, b, mask_a.data(),
+                    mask_b.data(), min_count);
     };
     // All numbers of columns beside the vector blocks.
     for (int32_t size = 2; size <= 50; ++size) {
@@ -158,8 +152,8 @@ TEST(BlockMatch, SumsOfLargeBlocks) {
 }
 
 Place find_rgb(Place reference, Place start, int32_t search, const Plane &a, const Plane &b) {
-    xFindBlock_RGB(reference[0], reference[1], &start[0], &start[1], search, 99, width - 1, height - 1, a.data(),
-                   a.data(), a.data(), b.data(), b.data(), b.data());
+    call(xFindBlock_RGB, reference, &start[0], &start[1], search, 99, width - 1, height - 1, a.data(), a.data(),
+         a.data(), b.data(), b.data(), b.data());
     return start;
 }
 
@@ -246,8 +240,8 @@ TEST(BlockMatch, WideSearchesAreSequentialOnes) {
 
 Place match(Place reference, Place start, int32_t search, int32_t size, const Plane &a, const Plane &b,
             const Plane &alpha_a, const Plane &alpha_b) {
-    xMatchBlockAlf(reference[0], reference[1], &start[0], &start[1], search, size, width - 1, height - 1, a.data(),
-                   b.data(), alpha_a.data(), alpha_b.data());
+    call(xMatchBlockAlf, reference, &start[0], &start[1], search, size, width - 1, height - 1, a.data(), b.data(),
+         alpha_a.data(), alpha_b.data());
     return start;
 }
 
@@ -318,16 +312,15 @@ const BulkCase cases[] = {
     {"CompareBlock",
      [](Workspace &w) {
          const Planes p(w);
-         const uint8_t *masks[2] = {w.buffer(w.count()), w.buffer(w.count())};
+         const auto masks = w.buffers<2>(w.count());
          auto *costs = w.result<int32_t>(128);
          for (int32_t size = 0; size < 64; ++size) {
              const int32_t x = w.integer(0, w.width);
              const int32_t y = w.integer(0, w.height);
-             costs[size] = CompareBlock(w.width / 2, w.height / 2, x, y, size, w.width - 1, w.height - 1, p.a[0],
-                                        p.a[1], p.a[2], p.b[0], p.b[1], p.b[2]);
-             costs[size + 64] =
-                 CompareBlock_mask(w.width / 2, w.height / 2, x, y, size, w.width - 1, w.height - 1, p.a[0], p.a[1],
-                                   p.a[2], p.b[0], p.b[1], p.b[2], masks[0], masks[1], 9);
+             costs[size] =
+                 call(CompareBlock, w.width / 2, w.height / 2, x, y, size, w.width - 1, w.height - 1, p.a, p.b);
+             costs[size + 64] = call(CompareBlock_mask, w.width / 2, w.height / 2, x, y, size, w.width - 1,
+                                     w.height - 1, p.a, p.b, masks, 9);
          }
      }},
     {"xFindBlock_RGB",
@@ -336,8 +329,8 @@ const BulkCase cases[] = {
          auto *place = w.buffer<int32_t>(2);
          place[0] = w.integer(0, w.width - 1);
          place[1] = w.integer(0, w.height - 1);
-         xFindBlock_RGB(w.width / 2, w.height / 2, place, place + 1, w.integer(0, 90), 0, w.width - 1, w.height - 1,
-                        p.a[0], p.a[1], p.a[2], p.b[0], p.b[1], p.b[2]);
+         call(xFindBlock_RGB, w.width / 2, w.height / 2, place, place + 1, w.integer(0, 90), 0, w.width - 1,
+              w.height - 1, p.a, p.b);
      }},
     {"xFindBlock_Channel",
      [](Workspace &w) {

@@ -17,8 +17,6 @@ using namespace tavik_test;
 
 namespace {
 
-using Bytes = std::vector<uint8_t>;
-
 constexpr int32_t lowest = std::numeric_limits<int32_t>::min();
 constexpr int32_t highest = std::numeric_limits<int32_t>::max();
 
@@ -267,16 +265,8 @@ const BulkCase cases[] = {
          xBlend(w.width - 1, w.height - 1, w.integer(0, 255), src, w.buffer(w.count()));
      }},
     {"xBlend2", mix_two, true},
-    {"Overlay_channel",
-     [](Workspace &w) {
-         uint8_t *planes[3] = {w.buffer(w.count()), w.buffer(w.count()), w.buffer(w.count())};
-         Overlay_channel(planes[0], planes[1], planes[2], w.width, w.height);
-     }},
-    {"AlphaBlit",
-     [](Workspace &w) {
-         uint8_t *planes[3] = {w.buffer(w.count()), w.buffer(w.count()), w.buffer(w.count())};
-         AlphaBlit(w.width, w.height, planes[0], planes[1], planes[2]);
-     }},
+    {"Overlay_channel", [](Workspace &w) { call(Overlay_channel, w.buffers(w.count()), w.width, w.height); }},
+    {"AlphaBlit", [](Workspace &w) { call(AlphaBlit, w.width, w.height, w.buffers(w.count())); }},
     {"xcombineSoftLight", on_layer<xcombineSoftLight>},
     {"xcombineHardLight", on_layer<xcombineHardLight>},
     {"xcombineColorDodge", on_layer<xcombineColorDodge>},

@@ -26,8 +26,6 @@ using namespace tavik_test;
 
 namespace {
 
-using Bytes = std::vector<uint8_t>;
-
 TEST(Frame, ComplementTakesHeightFirst) {
     Bytes plane(10);
     std::iota(plane.begin(), plane.end(), uint8_t{0});

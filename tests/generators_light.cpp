@@ -14,8 +14,6 @@ using namespace tavik_test;
 
 namespace {
 
-using Bytes = std::vector<uint8_t>;
-
 Bytes identity_table() {
     Bytes table(256);
     std::iota(table.begin(), table.end(), uint8_t{0});
@@ -56,7 +54,6 @@ TEST(Generators, Mandelbrot) {
     EXPECT_EQ(Bytes(bands.begin(), bands.begin() + 5), (Bytes{2, 3, 4, 200, 2}));
 }
 
-using Planes = std::array<Bytes, 3>;
 Planes planes_of(uint8_t value, std::size_t count) {
     return {Bytes(count, value), Bytes(count, value), Bytes(count, value)};
 }
@@ -65,7 +62,7 @@ TEST(Generators, Novas) {
     for (auto *draw : {xNova, p_Nova}) {
         const auto burst = [&](uint8_t ground, float intensity) {
             Planes p = planes_of(ground, 81);
-            draw(9, 9, 4, 4, 4, 8, 1, 255, 128, 0, intensity, p[0].data(), p[1].data(), p[2].data());
+            call(draw, 9, 9, 4, 4, 4, 8, 1, 255, 128, 0, intensity, p);
             return p;
         };
         const Planes p = burst(0, 1);
@@ -80,7 +77,7 @@ TEST(Generators, Streaks) {
     for (auto *draw : {xRandomStreaks, p_RandomStreaks}) {
         const auto streaked = [&](float density, float opacity) {
             Planes p = planes_of(0, 32);
-            draw(8, 4, 0, 8, 2, density, 1, 255, 255, 255, opacity, p[0].data(), p[1].data(), p[2].data());
+            call(draw, 8, 4, 0, 8, 2, density, 1, 255, 255, 255, opacity, p);
             return p;
         };
         const Planes p = streaked(1, 1);
@@ -99,29 +96,29 @@ const BulkCase cases[] = {
      [](Workspace &w) {
          uint8_t *t = w.buffer(256);
          for (const double re : {-0.6, static_cast<double>(nan), 1e300})
-             DoMandel(w.width, w.height, re, 0.1, 3.0 / w.width, 60, w.real(-9, 30), 77, t, t, t, w.result(w.count()),
-                      w.result(w.count()), w.result(w.count()));
+             call(DoMandel, w.width, w.height, re, 0.1, 3.0 / w.width, 60, w.real(-9, 30), 77, t, t, t,
+                  w.results(w.count()));
      }},
     {"DoFastMandel",
      [](Workspace &w) {
          uint8_t *t = w.buffer(256);
          for (const float re : {-0.6F, nan, 1e30F})
-             DoFastMandel(w.width, w.height, re, 0.1F, 3.0F / static_cast<float>(w.width), 60, 77, t, t, t,
-                          w.result(w.count()), w.result(w.count()), w.result(w.count()));
+             call(DoFastMandel, w.width, w.height, re, 0.1F, 3.0F / static_cast<float>(w.width), 60, 77, t, t, t,
+                  w.results(w.count()));
      }},
     {"xNova",
      [](Workspace &w) {
-         uint8_t *p[3] = {w.buffer(w.count()), w.buffer(w.count()), w.buffer(w.count())};
+         const auto p = w.buffers(w.count());
          for (const float cx : {w.real(0, 90), nan, -1e30F})
-             xNova(w.width, w.height, cx, w.real(0, 9), w.real(1, 99), w.integer(1, 60), 3, 255, 200, 90, w.real(0, 2),
-                   p[0], p[1], p[2]);
+             call(xNova, w.width, w.height, cx, w.real(0, 9), w.real(1, 99), w.integer(1, 60), 3, 255, 200, 90,
+                  w.real(0, 2), p);
      }},
     {"p_RandomStreaks",
      [](Workspace &w) {
-         uint8_t *p[3] = {w.buffer(w.count()), w.buffer(w.count()), w.buffer(w.count())};
+         const auto p = w.buffers(w.count());
          for (const float degrees : {w.real(-400, 400), nan, 1e30F})
-             p_RandomStreaks(w.width, w.height, degrees, w.real(0, 90), w.real(0, 4), w.real(0, 1), 3, 255, 200, 90,
-                             w.real(0, 1), p[0], p[1], p[2]);
+             call(p_RandomStreaks, w.width, w.height, degrees, w.real(0, 90), w.real(0, 4), w.real(0, 1), 3, 255, 200,
+                  90, w.real(0, 1), p);
      }},
 };
 

@@ -15,7 +15,6 @@ using namespace tavik_test;
 
 namespace {
 
-using Floats = std::vector<float>;
 constexpr float infinity = std::numeric_limits<float>::infinity();
 constexpr float nan = std::numeric_limits<float>::quiet_NaN();
 
@@ -176,9 +175,9 @@ TEST(Erosion, BlocksOfAPhaseDoNotMeet) {
 TEST(Erosion, WhatWasWornAway) {
     const Floats before(3, 10);
     const Floats after = {8, 12, -200};
-    std::vector<uint8_t> dst(3);
+    Bytes dst(3);
     erosionsubtracter(3, 1, 2, before.data(), after.data(), dst.data());
-    EXPECT_EQ(dst, (std::vector<uint8_t>{4, 0, 255}));
+    EXPECT_EQ(dst, (Bytes{4, 0, 255}));
 }
 
 const BulkCase cases[] = {

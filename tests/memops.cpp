@@ -16,8 +16,6 @@ using namespace tavik_test;
 
 namespace {
 
-using Bytes = std::vector<uint8_t>;
-
 TEST(Memops, ByteOperationsGiveTheirWholeTables) {
     Bytes src(65536);
     Bytes dst(65536);
@@ -109,25 +107,25 @@ TEST(Memops, QuicksortSortsEveryLength) {
 }
 
 TEST(Memops, ParallelSortRunsTwoPhasesFewerThanElements) {
-    std::vector<float> two = {2, 1};
+    Floats two = {2, 1};
     xParallelSort(two.data(), 2);
-    EXPECT_EQ(two, (std::vector<float>{2, 1}));
-    std::vector<float> three = {3, 2, 1};
+    EXPECT_EQ(two, (Floats{2, 1}));
+    Floats three = {3, 2, 1};
     xParallelSort(three.data(), 3);
-    EXPECT_EQ(three, (std::vector<float>{2, 3, 1}));
+    EXPECT_EQ(three, (Floats{2, 3, 1}));
     xParallelSort(three.data(), -2147483647 - 1);
-    EXPECT_EQ(three, (std::vector<float>{2, 3, 1}));
+    EXPECT_EQ(three, (Floats{2, 3, 1}));
 }
 
 // What holds in every interleaving: no value is made up, and order once reached stays.
 TEST(Memops, ParallelSortMovesOnlyWhatIsOutOfOrder) {
-    std::vector<float> sorted(1000);
+    Floats sorted(1000);
     std::iota(sorted.begin(), sorted.end(), -500.0F);
-    std::vector<float> data = sorted;
+    Floats data = sorted;
     xParallelSort(data.data(), 1000);
     EXPECT_EQ(data, sorted);
     std::shuffle(data.begin(), data.end(), std::mt19937(3));
-    const std::vector<float> before = data;
+    const Floats before = data;
     xParallelSort(data.data(), 1000);
     EXPECT_NE(data, before);
     for (const float value : data) EXPECT_TRUE(std::binary_search(sorted.begin(), sorted.end(), value));

@@ -16,8 +16,6 @@ using namespace tavik_test;
 
 namespace {
 
-using Bytes = std::vector<uint8_t>;
-
 // 0 .. 255, and one more sample for the exports that leave the last one.
 Bytes ramp_and_one() {
     Bytes plane(257);
@@ -153,14 +151,14 @@ TEST(Tone, PosteriseKeepsMultiplesOfTheStep) {
         {300, {{{255, 0}}}},
     };
     for (const Case &c : cases) {
-        const Bytes src = ramp_and_one();
-        std::array<Bytes, 6> dst;
-        dst.fill(Bytes(257, 99));
-        FastPosterize(dst[0].data(), dst[1].data(), dst[2].data(), 257, 1, src.data(), src.data(), src.data(), c.step);
-        FastPosterize_ppl(dst[3].data(), dst[4].data(), dst[5].data(), 256, 1, src.data(), src.data(), src.data(),
-                          c.step);
-        for (const auto &[from, to] : c.mapped) EXPECT_EQ(dst[0][static_cast<std::size_t>(from)], to) << c.step;
-        for (const Bytes &plane : dst) EXPECT_EQ(plane, dst[0]);
+        const Planes src = {ramp_and_one(), ramp_and_one(), ramp_and_one()};
+        Planes serial = planes_of(257, 99);
+        Planes parallel = serial;
+        call(FastPosterize, serial, 257, 1, src, c.step);
+        call(FastPosterize_ppl, parallel, 256, 1, src, c.step);
+        for (const auto &[from, to] : c.mapped) EXPECT_EQ(serial[0][static_cast<std::size_t>(from)], to) << c.step;
+        EXPECT_EQ(serial, (Planes{serial[0], serial[0], serial[0]}));
+        EXPECT_EQ(parallel, serial);
     }
 }
 
@@ -185,22 +183,22 @@ TEST(Tone, GammaApproximatesThroughTheExponent) {
 }
 
 TEST(Tone, GammaCurveWithGainAndOffset) {
-    for (const auto &[gamma, gain, offset] :
-         {std::array{1.0F, 1.0F, 0.0F}, std::array{0.45F, 1.0F, 0.0F}, std::array{2.2F, 1.3F, -0.1F},
-          std::array{0.0F, 0.5F, 0.25F}, std::array{-1.0F, 0.1F, 0.0F}}) {
-        const Bytes src = ramp_and_one();
-        Bytes dst(256);
-        xGammaAB(gamma, gain, offset, 64, 4, src.data(), dst.data());
-        for (std::size_t i = 0; i < 256; ++i) {
-            const double x = i == 255 ? 1.0 : static_cast<double>(static_cast<float>(i) * 0.003921569F);
-            const float power = static_cast<float>(std::pow(x, static_cast<double>(gamma)));
-            const float curve = std::clamp(power * gain + offset, 0.0F, 1.0F);
-            ASSERT_EQ(dst[i], static_cast<uint8_t>(curve * 255.0F)) << i << " gamma " << gamma;
-        }
+    struct Case {
+        float gamma, gain, offset;
+        std::array<int, 5> mapped; // of 0, 1, 100, 200 and 255
+        uint32_t all;
+    };
+    for (const Case &c : {Case{1, 1, 0, {0, 1, 100, 200, 255}, 0x77B7BE1FU},
+                          {0.45F, 1, 0, {0, 21, 167, 228, 255}, 0x9A3EFFD0U},
+                          {2.2F, 1.3F, -0.1F, {0, 0, 16, 168, 255}, 0x86B762C0U},
+                          {0, 0.5F, 0.25F, {191, 191, 191, 191, 191}, 0xCE3BB41FU},
+                          {-1, 0.1F, 0, {255, 255, 65, 32, 25}, 0xE4F73AE2U},
+                          {0.5F, 0.5F, 0.25F, {63, 71, 143, 176, 191}, 0xAE1DCA73U}}) {
+        Bytes plane = ramp_and_one();
+        xGammaAB(c.gamma, c.gain, c.offset, 64, 4, plane.data(), plane.data());
+        EXPECT_EQ((std::array<int, 5>{plane[0], plane[1], plane[100], plane[200], plane[255]}), c.mapped) << c.gamma;
+        EXPECT_EQ(folded(plane), c.all) << c.gamma;
     }
-    Bytes one = {255};
-    xGammaAB(0.5F, 0.5F, 0.25F, 1, 1, one.data(), one.data());
-    EXPECT_EQ(one[0], 191);
 }
 
 TEST(Tone, ContrastTurnsAround128) {
@@ -240,13 +238,12 @@ TEST(Tone, InversionOfValueKeepsChannelDifferences) {
 // All sums of three bytes, so that a mean that is off by one anywhere shows.
 TEST(Tone, MeansRoundDownForEverySum) {
     for (int sum = 0; sum <= 765; ++sum) {
-        std::array<uint8_t, 3> c;
-        c[0] = static_cast<uint8_t>(std::min(sum, 255));
-        c[1] = static_cast<uint8_t>(std::min(sum - c[0], 255));
-        c[2] = static_cast<uint8_t>(sum - c[0] - c[1]);
-        const int largest = c[0];
-        xValueCancelation(1, 1, &c[0], &c[1], &c[2]);
-        ASSERT_EQ(c[0], largest - sum / 3) << sum;
+        uint8_t largest = static_cast<uint8_t>(std::min(sum, 255));
+        uint8_t middle = static_cast<uint8_t>(std::min(sum - largest, 255));
+        uint8_t rest = static_cast<uint8_t>(sum - largest - middle);
+        const int before = largest;
+        xValueCancelation(1, 1, &largest, &middle, &rest);
+        ASSERT_EQ(largest, before - sum / 3) << sum;
     }
 }
 
@@ -262,16 +259,11 @@ TEST(Tone, WeightedGreyLeavesOutExposedChannels) {
         {{254, 254, 253}, {10, 20, 30}, 22}, {{256, 255, 254}, {4, 0, 6}, 2},
     };
     for (const Case &c : cases) {
-        const std::array<uint8_t, 2> r = {c.colour[0], 0};
-        const std::array<uint8_t, 2> g = {c.colour[1], 0};
-        const std::array<uint8_t, 2> b = {c.colour[2], 0};
-        std::array<std::array<uint8_t, 2>, 3> dst = {{{1, 99}, {2, 99}, {3, 99}}};
-        FastGreyscaleExpose(r.data(), g.data(), b.data(), 2, 1, dst[0].data(), dst[1].data(), dst[2].data(),
-                            c.expose[0], c.expose[1], c.expose[2]);
-        for (const auto &plane : dst) {
-            EXPECT_EQ(plane[0], c.grey) << c.expose[0] << ' ' << c.expose[1] << ' ' << c.expose[2];
-            EXPECT_EQ(plane[1], 99);
-        }
+        const Planes src = {Bytes{c.colour[0], 0}, Bytes{c.colour[1], 0}, Bytes{c.colour[2], 0}};
+        Planes dst = planes_of(2, 99);
+        call(FastGreyscaleExpose, src, 2, 1, dst, c.expose);
+        const auto grey = static_cast<uint8_t>(c.grey);
+        EXPECT_EQ(dst, (Planes{Bytes{grey, 99}, {grey, 99}, {grey, 99}})) << c.expose[0];
     }
 }
 
@@ -330,29 +322,24 @@ void levels_parallel(Workspace &w) {
 }
 
 template <auto Export> void posterise(Workspace &w, std::size_t n) {
-    uint8_t *src[3] = {w.buffer(n), w.buffer(n), w.buffer(n)};
-    Export(w.result_of(src[0], n), w.result_of(src[1], n), w.result_of(src[2], n), w.width, w.height, src[0], src[1],
-           src[2], w.integer(1, 99));
+    const auto src = w.buffers(n);
+    call(Export, w.result_of(src[0], n), w.result_of(src[1], n), w.result_of(src[2], n), w.width, w.height, src,
+         w.integer(1, 99));
 }
 
-template <auto Export> void on_three_planes(Workspace &w) {
-    Export(w.width, w.height, w.buffer(w.count()), w.buffer(w.count()), w.buffer(w.count()));
-}
+template <auto Export> void on_three_planes(Workspace &w) { call(Export, w.width, w.height, w.buffers(w.count())); }
 
 void weighted_grey(Workspace &w) {
     const std::size_t n = w.count() - 1;
-    uint8_t *src[3] = {w.buffer(n), w.buffer(n), w.buffer(n)};
-    uint8_t *dst[3] = {w.result_of(src[0], n), w.result_of(src[1], n), w.result_of(src[2], n)};
-    FastGreyscaleExpose(src[0], src[1], src[2], w.width, w.height, dst[0], dst[1], dst[2], w.integer(0, 255),
-                        w.integer(0, 255), w.integer(-100, 255));
+    const auto src = w.buffers(n);
+    call(FastGreyscaleExpose, src, w.width, w.height, w.results_of(src, n), w.integer(0, 255), w.integer(0, 255),
+         w.integer(-100, 255));
 }
 
 void map_to_three(Workspace &w) {
     uint8_t *src = w.buffer(w.count());
-    uint8_t *table[3] = {w.buffer(256), w.buffer(256), w.buffer(256)};
-    uint8_t *red = w.result(w.count());
-    uint8_t *green = w.result_of(src, w.count());
-    MapLut(w.width - 1, w.height - 1, src, red, green, w.result(w.count()), table[0], table[1], table[2]);
+    call(MapLut, w.width - 1, w.height - 1, src, w.result(w.count()), w.result_of(src, w.count()), w.result(w.count()),
+         w.buffers(256));
 }
 
 void scale_blocks(Workspace &w) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 #include <string_view>
 
 namespace tavik_test {
@@ -75,6 +76,12 @@ int32_t Workspace::integer(int32_t low, int32_t high) {
 
 float Workspace::real(float low, float high) {
     return low + static_cast<float>(choice() >> 8) * 0x1p-24F * (high - low);
+}
+
+float Workspace::far_or_none() {
+    constexpr float infinity = std::numeric_limits<float>::infinity();
+    constexpr float nan = std::numeric_limits<float>::quiet_NaN();
+    return std::array{nan, infinity, -infinity, 1e30F, -1e30F, 1e-30F}[static_cast<std::size_t>(integer(0, 5))];
 }
 
 std::vector<uint8_t> Workspace::contents(bool results_only) const {

@@ -3,6 +3,7 @@
 // and the fuzzer run them.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <random>
@@ -10,6 +11,7 @@
 #include <vector>
 
 #include "tests/support/guarded_memory.h"
+#include "tests/support/planes.h"
 
 namespace tavik_test {
 
@@ -36,8 +38,25 @@ class Workspace {
     template <class Element = uint8_t> Element *result(std::size_t elements) {
         return reinterpret_cast<Element *>(place(or_none(elements) * sizeof(Element), true));
     }
+    // Three or another number of them, for a call() of planes.h.
+    template <std::size_t n = 3, class Element = uint8_t> std::array<Element *, n> buffers(std::size_t elements) {
+        std::array<Element *, n> all;
+        for (Element *&one : all) one = buffer<Element>(elements);
+        return all;
+    }
+    template <std::size_t n = 3, class Element = uint8_t> std::array<Element *, n> results(std::size_t elements) {
+        std::array<Element *, n> all;
+        for (Element *&one : all) one = result<Element>(elements);
+        return all;
+    }
     // A buffer that the call writes whole, or its source when the call is run in place.
     uint8_t *result_of(uint8_t *source, std::size_t elements);
+    template <std::size_t n>
+    std::array<uint8_t *, n> results_of(const std::array<uint8_t *, n> &sources, std::size_t elements) {
+        std::array<uint8_t *, n> all;
+        for (std::size_t i = 0; i < n; ++i) all[i] = result_of(sources[i], elements);
+        return all;
+    }
 
     // Floats low .. high.
     float *floats(std::size_t elements, float low, float high);
@@ -45,6 +64,10 @@ class Workspace {
     // low .. high, or low where high is below it.
     int32_t integer(int32_t low, int32_t high);
     float real(float low, float high);
+
+    // A float that is no number, or too far away for any picture; and one low .. high that may be such a one.
+    float far_or_none();
+    float hostile(float low, float high) { return integer(0, 49) < 6 ? far_or_none() : real(low, high); }
 
     // Everything the call may have changed: all buffers, or the results alone.
     std::vector<uint8_t> contents(bool results_only) const;
