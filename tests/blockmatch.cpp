@@ -84,18 +84,21 @@ TEST(BlockMatch, SquaredDifferencesOfWholeAndKnownBlocks) {
         return call(CompareBlock, 30, 25, x_b, y_b, size, width - 1, height - 1, a, b);
     };
     const auto compare_known = [&](int32_t x_b, int32_t y_b, int32_t size, int32_t min_count) {
-        return call(CompareBlock_mask, 30, 25, x_b, y_b, size, width - 1, height - 1, a, b, mask_a.data(),
-                    mask_b.data(), min_count);
+        return call(CompareBlock_mask, 30, 25, x_b, y_b, size, width - 1, height - 1, a, b, mask_a, mask_b, min_count);
+    };
+    const auto squares = [&](int32_t x, int32_t y) {
+        int32_t sum = 0;
+        for (std::size_t plane = 0; plane < 3; ++plane) {
+            const int32_t difference = at(a[plane], 30 + x, 25 + y) - at(b[plane], 41 + x, 30 + y);
+            sum += difference * difference;
+        }
+        return sum;
     };
     // All numbers of columns beside the vector blocks.
     for (int32_t size = 2; size <= 50; ++size) {
         int32_t sum = 0;
         for (int32_t y = -(size / 2); y < size / 2; ++y)
-            for (int32_t x = -(size / 2); x < size / 2; ++x)
-                for (std::size_t plane = 0; plane < 3; ++plane) {
-                    const int32_t difference = at(a[plane], 30 + x, 25 + y) - at(b[plane], 41 + x, 30 + y);
-                    sum += difference * difference;
-                }
+            for (int32_t x = -(size / 2); x < size / 2; ++x) sum += squares(x, y);
         ASSERT_EQ(compare(41, 30, size), sum) << size;
         ASSERT_EQ(compare_known(41, 30, size, 0), sum) << size;
     }
@@ -122,12 +125,7 @@ TEST(BlockMatch, SquaredDifferencesOfWholeAndKnownBlocks) {
     // One pixel known: its difference stands for the block's 16.
     mask_a.assign(mask_a.size(), 0);
     mask_a[24 * width + 31] = 7;
-    int32_t squares = 0;
-    for (std::size_t plane = 0; plane < 3; ++plane) {
-        const int32_t difference = at(a[plane], 31, 24) - at(b[plane], 42, 29);
-        squares += difference * difference;
-    }
-    EXPECT_EQ(compare_known(41, 30, 4, 1), 16 * squares);
+    EXPECT_EQ(compare_known(41, 30, 4, 1), 16 * squares(1, -1));
     EXPECT_EQ(compare_known(41, 30, 4, 2), none);
     mask_b[29 * width + 42] = 0;
     EXPECT_EQ(compare_known(41, 30, 4, -5), none);
@@ -288,66 +286,54 @@ TEST(BlockMatch, WeightedSearchOfLargeBlocks) {
 }
 
 void compare_all(Workspace &w, decltype(xcompareblock) compare) {
-    const uint8_t *a = w.buffer(w.count());
-    const uint8_t *b = w.buffer(w.count());
+    const uint8_t *a = w.buffer();
+    const uint8_t *b = w.buffer();
     auto *costs = w.result<int32_t>(64);
     for (int i = 0; i < 64; ++i)
         costs[i] = compare(w.integer(0, w.width), w.integer(0, w.height), w.integer(0, w.width), w.integer(0, w.height),
                            w.width, w.height, a, b);
 }
 
-struct Planes {
-    uint8_t *a[3];
-    uint8_t *b[3];
-
-    explicit Planes(Workspace &w) {
-        for (uint8_t *&plane : a) plane = w.buffer(w.count());
-        for (uint8_t *&plane : b) plane = w.buffer(w.count());
-    }
-};
-
 const BulkCase cases[] = {
     {"xcompareblock16", [](Workspace &w) { compare_all(w, xcompareblock16); }},
     {"xcompareblock", [](Workspace &w) { compare_all(w, xcompareblock); }},
     {"CompareBlock",
      [](Workspace &w) {
-         const Planes p(w);
-         const auto masks = w.buffers<2>(w.count());
+         const auto planes = w.buffers<6>();
+         const auto masks = w.buffers<2>();
          auto *costs = w.result<int32_t>(128);
          for (int32_t size = 0; size < 64; ++size) {
              const int32_t x = w.integer(0, w.width);
              const int32_t y = w.integer(0, w.height);
-             costs[size] =
-                 call(CompareBlock, w.width / 2, w.height / 2, x, y, size, w.width - 1, w.height - 1, p.a, p.b);
+             costs[size] = call(CompareBlock, w.width / 2, w.height / 2, x, y, size, w.bounds(), planes);
              costs[size + 64] = call(CompareBlock_mask, w.width / 2, w.height / 2, x, y, size, w.width - 1,
-                                     w.height - 1, p.a, p.b, masks, 9);
+                                     w.height - 1, planes, masks, 9);
          }
      }},
     {"xFindBlock_RGB",
      [](Workspace &w) {
-         const Planes p(w);
+         const auto planes = w.buffers<6>();
          auto *place = w.buffer<int32_t>(2);
          place[0] = w.integer(0, w.width - 1);
          place[1] = w.integer(0, w.height - 1);
-         call(xFindBlock_RGB, w.width / 2, w.height / 2, place, place + 1, w.integer(0, 90), 0, w.width - 1,
-              w.height - 1, p.a, p.b);
+         call(xFindBlock_RGB, w.width / 2, w.height / 2, place, place + 1, w.integer(0, 90), 0, w.bounds(), planes);
      }},
     {"xFindBlock_Channel",
      [](Workspace &w) {
-         const Planes p(w);
+         const auto planes = w.buffers<6>();
          auto *place = w.buffer<int32_t>(2);
          place[0] = w.width / 2;
          place[1] = w.height / 2;
-         xFindBlock_Channel(place, place + 1, w.integer(0, 200), 0, w.width - 1, w.height - 1, p.a[0], p.b[0]);
+         call(xFindBlock_Channel, place, place + 1, w.integer(0, 200), 0, w.bounds(), planes[0], planes[3]);
      }},
     {"xMatchBlockAlf",
      [](Workspace &w) {
-         const Planes p(w);
+         const auto planes = w.buffers<6>();
          auto *place = w.buffer<int32_t>(2);
          place[0] = w.integer(0, w.width - 1);
          place[1] = w.integer(0, w.height - 1);
-         xMatchBlockAlf(w.width / 2, w.height / 2, place, place + 1, w.integer(0, 90), w.integer(2, 40), w.width - 1,
-                        w.height - 1, p.a[0], p.b[0], p.a[1], p.b[1]);
+         call(xMatchBlockAlf, w.width / 2, w.height / 2, place, place + 1, w.integer(0, 90), w.integer(2, 40),
+              w.bounds(), planes[0], planes[3], planes[1], planes[4]);
      }},
 };
 

@@ -35,9 +35,9 @@ template <class Sample> struct Planes {
     void render(const Floats &particles, const std::array<float, 5> &from = camera) {
         const auto count = static_cast<int32_t>(particles.size() / 18);
         if constexpr (std::is_same_v<Sample, float>)
-            call(xRenderCloud_float, particles.data(), from.data(), count, x_max, y_max, planes);
+            call(xRenderCloud_float, particles, from.data(), count, x_max, y_max, planes);
         else
-            call(xRenderCloud, particles.data(), from.data(), count, x_max, y_max, planes);
+            call(xRenderCloud, particles, from.data(), count, x_max, y_max, planes);
     }
 
     // The dab that a puff is, of colour (200, 255, 0).
@@ -131,7 +131,7 @@ template <class Sample, auto Export> void render_in(Workspace &w) {
         p[3] = w.real(0, w.integer(0, 5) == 0 ? 300 : 20);
         p[8] = w.real(0, 255);
     }
-    call(Export, particles, w.floats(5, 1, 9), count, w.width, w.height, planes);
+    call(Export, particles, w.floats(5, 1, 9), count, w.size(), planes);
 }
 
 const BulkCase cases[] = {{"xRenderCloud", render_in<uint8_t, xRenderCloud>},

@@ -246,7 +246,7 @@ TEST(Colour, GreyPlaneIsTrimmed) {
     const Planes src = picture_of({{10, 20, 31}, {255, 255, 255}, {1, 1, 1}, {2, 2, 2}, {3, 3, 3}, {4, 4, 4}});
     const auto trimmed = [&](int32_t width, int32_t height) {
         Floats dst(6, -1.0F);
-        call(colortograyscale_trim, width, height, src, dst.data());
+        call(colortograyscale_trim, width, height, src, dst);
         return dst;
     };
     EXPECT_EQ(trimmed(3, 2), (Floats{20, 255, -1, -1, -1, -1}));
@@ -298,13 +298,12 @@ TEST(Colour, EachSizeFormHandlesItsElements) {
     const std::vector<std::array<int32_t, 3>> bounds = {{3, 1, 8}, {0, 0, 1}, {-1, 5, 0}, {5, -1, 0}, {-4, 3, 0}};
     static const Matrix none = {};
     const Extent extents[] = {
-        {"xHue", [](Planes &p, int32_t a, int32_t b) { call(xHue, a, b, 0, 1, 0, p); }, bounds},
-        {"xDayForNight", [](Planes &p, int32_t a, int32_t b) { call(xDayForNight, a, b, p); }, counts},
-        {"xSepia", [](Planes &p, int32_t a, int32_t b) { call(xSepia, a, b, 0.25F, 0, 1, p, p); }, counts},
-        {"xDuotone", [](Planes &p, int32_t a, int32_t b) { call(xDuotone, a, b, 0, 0, 0, 1, 2, 3, p, p); }, counts},
-        {"xColorMatrix", [](Planes &p, int32_t a, int32_t b) { call(xColorMatrix, a, b, p, p, none.data()); }, bounds},
-        {"xColorMatrix_ppl", [](Planes &p, int32_t a, int32_t b) { call(xColorMatrix_ppl, a, b, p, p, none.data()); },
-         counts},
+        {"xHue", [](auto &p, auto a, auto b) { call(xHue, a, b, 0, 1, 0, p); }, bounds},
+        {"xDayForNight", [](auto &p, auto a, auto b) { call(xDayForNight, a, b, p); }, counts},
+        {"xSepia", [](auto &p, auto a, auto b) { call(xSepia, a, b, 0.25F, 0, 1, p, p); }, counts},
+        {"xDuotone", [](auto &p, auto a, auto b) { call(xDuotone, a, b, 0, 0, 0, 1, 2, 3, p, p); }, counts},
+        {"xColorMatrix", [](auto &p, auto a, auto b) { call(xColorMatrix, a, b, p, p, none.data()); }, bounds},
+        {"xColorMatrix_ppl", [](auto &p, auto a, auto b) { call(xColorMatrix_ppl, a, b, p, p, none.data()); }, counts},
     };
     for (const Extent &extent : extents) {
         for (const auto &[a, b, elements] : extent.a_b_and_elements) {
@@ -370,19 +369,19 @@ TEST(Colour, GreysTonesAndKeys) {
     const Planes src = {Bytes{255, 100, 255, 0, 0, 10, 0, 90}, Bytes{255, 50, 0, 0, 255, 240, 128, 90},
                         Bytes{255, 30, 0, 255, 0, 10, 0, 90}};
     Bytes dst(8);
-    call(xColorToGrayscale, 4, 2, src, dst.data());
+    call(xColorToGrayscale, 4, 2, src, dst);
     EXPECT_EQ(dst, (Bytes{255, 63, 77, 29, 149, 145, 75, 90}));
     Bytes channel(8);
-    call(xColorToGrayChannel, 4, 2, src, channel.data());
+    call(xColorToGrayChannel, 4, 2, src, channel);
     EXPECT_EQ(channel, dst);
 
-    call(xKeyToAlpha, 4, 2, 0, 255, 0, 20, 60, src, dst.data());
+    call(xKeyToAlpha, 4, 2, 0, 255, 0, 20, 60, src, dst);
     EXPECT_EQ(dst, (Bytes{255, 255, 255, 255, 0, 0, 255, 255}));
-    call(xKeyToAlpha, 4, 2, 0, 128, 0, 60, 100, src, dst.data());
-    EXPECT_EQ(dst[4], 50);                                       // (67.80 − 60) / 40 of 255
-    call(xKeyToAlpha, 4, 2, 0, 255, 0, 14, 14, src, dst.data()); // 13.35 away
+    call(xKeyToAlpha, 4, 2, 0, 128, 0, 60, 100, src, dst);
+    EXPECT_EQ(dst[4], 50);                                // (67.80 − 60) / 40 of 255
+    call(xKeyToAlpha, 4, 2, 0, 255, 0, 14, 14, src, dst); // 13.35 away
     EXPECT_EQ(dst[5], 0);
-    call(xKeyToAlpha, 4, 2, 0, 255, 0, 13, 13, src, dst.data());
+    call(xKeyToAlpha, 4, 2, 0, 255, 0, 13, 13, src, dst);
     EXPECT_EQ(dst[5], 255);
 
     const Planes tones =
@@ -392,16 +391,14 @@ TEST(Colour, GreysTonesAndKeys) {
                              Bytes{250, 33, 2, 141, 33, 141}}));
 }
 
-void hue(Workspace &w) {
-    call(xHue, w.width - 1, w.height - 1, w.real(-720, 720), w.real(0, 2), w.real(0, 2), w.buffers(w.count()));
-}
+void hue(Workspace &w) { call(xHue, w.bounds(), w.real(-720, 720), w.real(0, 2), w.real(0, 2), w.buffers()); }
 
-template <auto Export> void on_three_planes(Workspace &w) { call(Export, w.width, w.height, w.buffers(w.count())); }
+template <auto Export> void on_three_planes(Workspace &w) { call(Export, w.width, w.height, w.buffers()); }
 
 // Three planes and those they are mapped to.
 std::array<std::array<uint8_t *, 3>, 2> three_to_three(Workspace &w) {
-    const auto src = w.buffers(w.count());
-    return {src, w.results_of(src, w.count())};
+    const auto src = w.buffers();
+    return {src, w.results_of(src)};
 }
 
 template <std::size_t n> std::array<int32_t, n> tones(Workspace &w) {
@@ -415,7 +412,7 @@ void trim(Workspace &w) {
     const auto rows = static_cast<std::size_t>(w.height);
     // The last row of the sources is not read, nor the last sample before it.
     const std::size_t read = rows < 2 || columns < 2 ? 0 : columns * (rows - 1) - 1;
-    call(colortograyscale_trim, w.width, w.height, w.buffers(read), w.result<float>((columns - 1) * (rows - 1)));
+    call(colortograyscale_trim, w.size(), w.buffers(read), w.result<float>((columns - 1) * (rows - 1)));
 }
 
 template <auto Export, int32_t less> void matrix(Workspace &w) {
@@ -423,18 +420,18 @@ template <auto Export, int32_t less> void matrix(Workspace &w) {
 }
 
 template <auto Export> void turn_hue(Workspace &w) {
-    call(Export, w.width, w.height, w.real(-400, 400), w.real(0, 2), w.real(0, 2), three_to_three(w));
+    call(Export, w.size(), w.real(-400, 400), w.real(0, 2), w.real(0, 2), three_to_three(w));
 }
 
 void grey(Workspace &w) {
-    const auto src = w.buffers(w.count());
-    call(xColorToGrayscale, w.width, w.height, src, w.result_of(src[1], w.count()));
+    const auto src = w.buffers();
+    call(xColorToGrayscale, w.size(), src, w.result_of(src[1]));
 }
 
 void key(Workspace &w) {
-    const auto src = w.buffers(w.count());
-    call(xKeyToAlpha, w.width, w.height, w.integer(0, 255), w.integer(0, 255), w.integer(0, 255), w.real(0, 60),
-         w.real(0, 200), src, w.result_of(src[2], w.count()));
+    const auto src = w.buffers();
+    call(xKeyToAlpha, w.size(), w.integer(0, 255), w.integer(0, 255), w.integer(0, 255), w.real(0, 60), w.real(0, 200),
+         src, w.result_of(src[2]));
 }
 
 const BulkCase cases[] = {
@@ -442,9 +439,7 @@ const BulkCase cases[] = {
     {"xDayForNight", on_three_planes<xDayForNight>},
     {"xFogFilter", on_three_planes<xFogFilter>},
     {"xSepia",
-     [](Workspace &w) {
-         call(xSepia, w.width, w.height, w.real(-1, 2), w.real(-1, 2), w.real(-1, 2), three_to_three(w));
-     },
+     [](Workspace &w) { call(xSepia, w.size(), w.real(-1, 2), w.real(-1, 2), w.real(-1, 2), three_to_three(w)); },
      true},
     {"xDuotone", [](Workspace &w) { call(xDuotone, w.width, w.height, tones<6>(w), three_to_three(w)); }, true},
     {"colortograyscale_trim", trim},

@@ -225,7 +225,7 @@ struct Fade {
         results.fill(Bytes(count, 99));
         const Bytes src(count, sample);
         const Bytes masks(count, mask);
-        call(xLinearAlphaFadePreview, width, height, points, src.data(), src.data(), src.data(), masks.data(), results);
+        call(xLinearAlphaFadePreview, width, height, points, src.data(), src.data(), src.data(), masks, results);
         EXPECT_EQ(results[1], results[0]);
         EXPECT_EQ(results[2], results[0]);
     }
@@ -350,33 +350,31 @@ TEST(Composite, QuotientsStepAtTheMultiplesOfEveryDivisor) {
 template <auto Export> void skins_of_random_frames(Workspace &w) {
     std::array<float, 6> weights;
     for (float &weight : weights) weight = w.real(-0.3F, 0.7F);
-    const auto images = w.buffers<18>(w.count());
-    call(Export, w.width, w.height, weights, images,
-         w.results_of(std::array{images[0], images[10], images[17]}, w.count()));
+    const auto images = w.buffers<18>();
+    call(Export, w.size(), weights, images, w.results_of(std::array{images[0], images[10], images[17]}, w.count()));
 }
 
 void matte(Workspace &w) {
     // Two columns before the picture and three behind it, whose pixels and mask do not exist.
     const auto columns = static_cast<int32_t>(w.count());
     uint8_t *row = w.buffer(3 * w.count());
-    const uint8_t *mask = w.buffer(w.count());
+    const uint8_t *mask = w.buffer();
     const int32_t opacity = w.integer(-300, 600);
     Matte_preview_helper(row, mask, columns + 5, -2, columns, -2, w.integer(0, 255), w.integer(0, 255),
                          w.integer(-99, 999), -6, opacity);
 }
 
 void overlay_rows(Workspace &w) {
-    const uint8_t *a = w.buffer(w.count());
-    const uint8_t *b = w.buffer(w.count());
+    const uint8_t *a = w.buffer();
+    const uint8_t *b = w.buffer();
     // From the middle byte of the first pixel to that of the last.
-    uint8_t *row = w.buffer(3 * w.count() - 2);
-    alpha_overlay_helper(-1, 0, 0, static_cast<int32_t>(w.count()) - 1, a, b, row, w.integer(0, 1));
+    alpha_overlay_helper(-1, 0, 0, static_cast<int32_t>(w.count()) - 1, a, b, w.buffer(3 * w.count() - 2),
+                         w.integer(0, 1));
 }
 
 void swap(Workspace &w) {
     const int32_t x = w.width / 3;
-    uint8_t *plane = w.buffer(w.count());
-    xSwapBlit(w.width, w.height, x, -1, w.width, w.height, plane, w.buffer(w.count() - static_cast<std::size_t>(x)));
+    call(xSwapBlit, w.size(), x, -1, w.size(), w.buffer(), w.buffer(w.count() - static_cast<std::size_t>(x)));
 }
 
 void fit(Workspace &w) {
@@ -386,13 +384,13 @@ void fit(Workspace &w) {
     // The last row and the last sample of the row before it are never read.
     const auto samples = static_cast<std::size_t>(src_width * (src_height - 1) - 1);
     call(FixedAspectBlit, src_width, src_height, w.width, height, w.integer(-3, 9), w.integer(-3, 9),
-         w.real(0.3F, 2.5F), 1, 2, 3, w.results(w.count()), w.buffers(samples));
+         w.real(0.3F, 2.5F), 1, 2, 3, w.results(), w.buffers(samples));
 }
 
 void fade(Workspace &w) {
-    const auto src = w.buffers(w.count());
-    call(xLinearAlphaFadePreview, w.width, w.height, w.integer(-20, 20), w.integer(-20, 20), w.integer(30, 600),
-         w.integer(-300, 300), src, w.buffer(w.count()), w.results_of(src, w.count()));
+    const auto src = w.buffers();
+    call(xLinearAlphaFadePreview, w.size(), w.integer(-20, 20), w.integer(-20, 20), w.integer(30, 600),
+         w.integer(-300, 300), src, w.buffer(), w.results_of(src));
 }
 
 const BulkCase cases[] = {
@@ -403,20 +401,11 @@ const BulkCase cases[] = {
     {"xSwapBlit", swap},
     {"FixedAspectBlit", fit},
     {"xLinearAlphaFadePreview", fade, true},
-    {"xAccumulate",
-     [](Workspace &w) {
-         call(xAccumulate, w.width, w.height, w.buffers(w.count()), w.buffers<3, int16_t>(w.count()));
-     }},
+    {"xAccumulate", [](Workspace &w) { call(xAccumulate, w.size(), w.buffers(), w.buffers<3, int16_t>()); }},
     {"xAccumulate3d",
-     [](Workspace &w) {
-         call(xAccumulate3d, w.width, w.height, w.integer(-999, 999), w.buffers(w.count()),
-              w.buffers<3, int16_t>(w.count()));
-     }},
+     [](Workspace &w) { call(xAccumulate3d, w.size(), w.integer(-999, 999), w.buffers(), w.buffers<3, int16_t>()); }},
     {"xAccumulate_finish",
-     [](Workspace &w) {
-         call(xAccumulate_finish, w.integer(1, 99), w.width, w.height, w.buffers<3, int16_t>(w.count()),
-              w.results(w.count()));
-     }},
+     [](Workspace &w) { call(xAccumulate_finish, w.integer(1, 99), w.size(), w.buffers<3, int16_t>(), w.results()); }},
 };
 
 const BulkFamily family("Composite", cases);

@@ -132,7 +132,7 @@ TEST(Convert, BitmapsLeaveTheLastColumn) {
                                              0x07111B, 0xFFFFFFFF, 0xFFFFFFFF}));
     for (uint32_t &pixel : bitmap) pixel |= 0xAB000000;
     Planes planes = planes_of(8, 99);
-    call(bbytes_to_RGB, 3, 2, 5, 77, planes, bitmap.data());
+    call(bbytes_to_RGB, 3, 2, 5, 77, planes, bitmap);
     EXPECT_EQ(planes[0], (Bytes{1, 2, 3, 99, 5, 6, 7, 99}));
     EXPECT_EQ(planes[1], (Bytes{11, 12, 13, 99, 15, 16, 17, 99}));
     EXPECT_EQ(planes[2], (Bytes{21, 22, 23, 99, 25, 26, 27, 99}));
@@ -146,11 +146,11 @@ TEST(Convert, QuadsCarryTheMean) {
     LongRGBV_to_RGB_array(r.data(), g.data(), b.data(), quads.data(), 1, 1);
     EXPECT_EQ(quads, (Bytes{255, 255, 254, 254, 0, 0, 2, 0, 1, 1, 1, 1, 10, 20, 33, 21, 99, 99, 99, 99}));
     Planes planes = planes_of(5, 99);
-    call(Long_to_RGBV_array, planes, quads.data(), 3, 0);
+    call(Long_to_RGBV_array, planes, quads, 3, 0);
     EXPECT_EQ(planes[0], (Bytes{255, 0, 1, 10, 99}));
     EXPECT_EQ(planes[1], (Bytes{255, 0, 1, 20, 99}));
     EXPECT_EQ(planes[2], (Bytes{254, 2, 1, 33, 99}));
-    call(Long_to_RGBV_array, planes, quads.data(), -1, 3);
+    call(Long_to_RGBV_array, planes, quads, -1, 3);
     EXPECT_EQ(planes[0][0], 255);
 }
 
@@ -205,37 +205,34 @@ TEST_F(SetValue, SeesEarlierResultsWherePlanesOverlapPartly) {
 }
 
 template <auto Export, class From, class To> void convert_plane(Workspace &w) {
-    From *src = w.buffer<From>(w.count());
-    Export(w.width, w.height, src, w.buffer<To>(w.count()));
+    From *src = w.buffer<From>();
+    call(Export, w.size(), src, w.buffer<To>());
 }
 
-void narrow_ordinary_floats(Workspace &w) {
-    float *src = w.floats(w.count(), -600, 900);
-    float_to_char(w.width, w.height, src, w.buffer(w.count()));
-}
+void narrow_ordinary_floats(Workspace &w) { call(float_to_char, w.size(), w.floats(w.count(), -600, 900), w.buffer()); }
 
 void pack_bitmap(Workspace &w) {
     // The last sample of a plane's last row, and what lies behind the bitmap's last pixel, are not the call's.
     const std::size_t samples = w.count() + static_cast<std::size_t>(w.height) - 1;
     const int32_t stride = w.width + 3;
     const auto pixels = static_cast<std::size_t>(stride * w.height - 3);
-    call(RGB_to_bbytes, w.width, w.height, stride, 0, w.buffers(samples), w.buffer<uint32_t>(pixels));
+    call(RGB_to_bbytes, w.size(), stride, 0, w.buffers(samples), w.buffer<uint32_t>(pixels));
 }
 
 void unpack_bitmap(Workspace &w) {
     const std::size_t samples = w.count() + static_cast<std::size_t>(w.height) - 1;
-    call(bbytes_to_RGB, w.width, w.height, w.width, 0, w.buffers(samples), w.buffer<uint32_t>(w.count()));
+    call(bbytes_to_RGB, w.size(), w.width, 0, w.buffers(samples), w.buffer<uint32_t>());
 }
 
 void set_value(Workspace &w) {
-    const auto src = w.buffers(w.count());
-    call(NewSetValue, src, w.results_of(src, w.count()), w.buffer(256), w.buffer<int32_t>(768), w.width, w.height);
+    const auto src = w.buffers();
+    call(NewSetValue, src, w.results_of(src), w.buffer(256), w.buffer<int32_t>(768), w.size());
 }
 
 const BulkCase cases[] = {
     {"SetFloat",
-     [](Workspace &w) { SetFloat(static_cast<int32_t>(w.count()), w.integer(-9, 9), w.buffer<int32_t>(w.count())); }},
-    {"xFillBuff", [](Workspace &w) { xFillBuff(w.width, w.height, w.integer(-9, 9), w.buffer<int32_t>(w.count())); }},
+     [](Workspace &w) { SetFloat(static_cast<int32_t>(w.count()), w.integer(-9, 9), w.buffer<int32_t>()); }},
+    {"xFillBuff", [](Workspace &w) { xFillBuff(w.width, w.height, w.integer(-9, 9), w.buffer<int32_t>()); }},
     {"char_to_float", convert_plane<char_to_float, uint8_t, float>},
     {"float_to_char", convert_plane<float_to_char, float, uint8_t>},
     {"float_to_char_ordinary", narrow_ordinary_floats},
@@ -245,13 +242,9 @@ const BulkCase cases[] = {
     {"RGB_to_bbytes", pack_bitmap},
     {"bbytes_to_RGB", unpack_bitmap},
     {"LongRGBV_to_RGB_array",
-     [](Workspace &w) {
-         call(LongRGBV_to_RGB_array, w.buffers(w.count()), w.buffer(4 * w.count()), w.width - 1, w.height - 1);
-     }},
+     [](Workspace &w) { call(LongRGBV_to_RGB_array, w.buffers(), w.buffer(4 * w.count()), w.bounds()); }},
     {"Long_to_RGBV_array",
-     [](Workspace &w) {
-         call(Long_to_RGBV_array, w.buffers(w.count()), w.buffer(4 * w.count()), w.width - 1, w.height - 1);
-     }},
+     [](Workspace &w) { call(Long_to_RGBV_array, w.buffers(), w.buffer(4 * w.count()), w.bounds()); }},
     {"NewSetValue", set_value, true},
 };
 

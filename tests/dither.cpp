@@ -218,23 +218,21 @@ TEST(Dither, JitterStaysInReach) {
 
 const BulkCase cases[] = {
     {"x8BitOrderedDither",
-     [](Workspace &w) {
-         call(x8BitOrderedDither, w.width, 0, w.height, w.buffers(w.count()), w.buffer(11), w.buffers(216));
-     }},
+     [](Workspace &w) { call(x8BitOrderedDither, w.width, 0, w.height, w.buffers(), w.buffer(11), w.buffers(216)); }},
     {"x8BitRandomDither",
-     [](Workspace &w) { call(x8BitRandomDither, w.width, 0, w.height, w.buffers(w.count()), w.buffers(216)); }},
+     [](Workspace &w) { call(x8BitRandomDither, w.width, 0, w.height, w.buffers(), w.buffers(216)); }},
     {"x1bitorderedDither",
-     [](Workspace &w) { call(x1bitorderedDither, w.width, w.height, w.buffers(w.count()), w.buffer(11)); }},
+     [](Workspace &w) { call(x1bitorderedDither, w.width, w.height, w.buffers(), w.buffer(11)); }},
     {"x1bitranddither",
      [](Workspace &w) {
          seed_rand(3);
-         call(x1bitranddither, w.width, w.height, w.buffers(w.count()));
+         call(x1bitranddither, w.size(), w.buffers());
      }},
     {"xgrain",
      [](Workspace &w) {
          seed_rand(3);
          float *planes[3] = {w.floats(w.count(), 0, 255), w.floats(w.count(), 0, 255), w.floats(w.count(), 0, 255)};
-         call(xgrain, w.width, w.height, w.real(0, 9), w.real(0, 9), w.real(0, 9), planes);
+         call(xgrain, w.size(), w.real(0, 9), w.real(0, 9), w.real(0, 9), planes);
      }},
     // Without displacement, as its numbers differ from call to call. Neither the last row nor the last two samples of
     // the source's last rows are touched.
@@ -244,7 +242,7 @@ const BulkCase cases[] = {
          const std::size_t written = w.count() + static_cast<std::size_t>(w.height) - 1;
          const auto last_row = static_cast<std::size_t>(std::max(w.height - 2, 0));
          const std::size_t read = last_row * stride + static_cast<std::size_t>(std::max(w.width - 1, 1));
-         call(FastJitter, w.buffers(written), 0, w.width, w.height, w.buffers(read), 0);
+         call(FastJitter, w.buffers(written), 0, w.size(), w.buffers(read), 0);
      }},
 };
 

@@ -69,7 +69,7 @@ template <auto Export, class... Shape> void scatter(Workspace &w, Shape... shape
     const auto src = w.buffers(n);
     const auto dst = w.results(n);
     for (const float amount : {w.real(0, 30), 1e30F, std::numeric_limits<float>::quiet_NaN()})
-        call(Export, w.width, w.height, amount, shape..., w.integer(0, 99), src, dst);
+        call(Export, w.size(), amount, shape..., w.integer(0, 99), src, dst);
 }
 
 const BulkCase cases[] = {
@@ -79,10 +79,10 @@ const BulkCase cases[] = {
          constexpr int32_t rows = 5;
          float *tiles[3];
          for (float *&tile : tiles) tile = w.floats(columns * rows, -40, 40);
-         const auto planes = w.buffers(w.count());
+         const auto planes = w.buffers();
          for (const float offset : {w.real(-100, 100), 1e30F, -std::numeric_limits<float>::infinity()})
-             call(xfilmgrainHelper, w.width, w.height, columns, rows, w.real(-2, 2), offset, w.real(-9, 9),
-                  w.real(0, 1), tiles, planes);
+             call(xfilmgrainHelper, w.size(), columns, rows, w.real(-2, 2), offset, w.real(-9, 9), w.real(0, 1), tiles,
+                  planes);
      }},
     {"xjitter", [](Workspace &w) { scatter<xjitter>(w); }},
     {"xjitter2", [](Workspace &w) { scatter<xjitter2>(w, w.real(0, 9)); }},

@@ -123,13 +123,11 @@ TEST(Foliage, StrokesTaperShadeAndHide) {
     EXPECT_EQ(lined.depth[40], 15);
 }
 
-TEST(Foliage, GrowingIsEmittingMovingAndDrawing) {
+TEST(Foliage, GrowingEmitsMovesAndDraws) {
     constexpr int32_t capacity = 30;
     Canvas canvas(40, 48, 100);
     std::fill(canvas.depth.begin(), canvas.depth.begin() + 30 * 40, 1.0F); // nearer than any blade
-    Canvas by_hand = canvas;
     Pool pool(capacity * words);
-    Pool pool_by_hand = pool;
     const auto grow = [&](int32_t emit_per_step, int32_t steps) {
         const auto target = canvas.target();
         return xFoliage_Process(&target, pool.data(), capacity, meadow.data(), windy.data(), emit_per_step, steps, 5,
@@ -140,28 +138,10 @@ TEST(Foliage, GrowingIsEmittingMovingAndDrawing) {
     EXPECT_EQ(grow(0, 4), 0);
     EXPECT_EQ(canvas, black);
 
-    const auto target = by_hand.target();
-    for (uint32_t step = 0; step < 12; ++step) {
-        for (uint32_t k = 0; k < 5; ++k)
-            xEmmit_particle(pool_by_hand.data(), capacity, meadow.data(),
-                            static_cast<int32_t>(tavik::hash(k + tavik::hash(step + tavik::hash(5)))));
-        xApply_Physics(pool_by_hand.data(), capacity, windy.data());
-        for (int32_t i = -1; (i = Foliage_NextParticle(pool_by_hand.data(), capacity, i)) >= 0;) {
-            const float *p = &pool_by_hand[words * static_cast<std::size_t>(i)];
-            std::array<std::array<float, 7>, 2> ends;
-            for (std::size_t end = 0; end < 2; ++end) {
-                const float u = std::min((p[9] - (end == 0 ? 1.0F : 0.0F)) * (1.0F / p[10]), 1.0F);
-                const float *place = end == 0 ? p + 3 : p;
-                ends[end] = {place[0], place[1], place[2], p[11] * (1.0F - u)};
-                for (std::size_t c = 0; c < 3; ++c) ends[end][4 + c] = (p[15 + c] - p[12 + c]) * u + p[12 + c];
-            }
-            foliage_zLine(&target, ends[0].data(), ends[1].data(), 0.75F);
-        }
-    }
     const int32_t left = grow(5, 12);
-    EXPECT_EQ(canvas, by_hand);
-    EXPECT_EQ(pool, pool_by_hand);
-    EXPECT_NE(canvas, black);
+    EXPECT_EQ(folded(canvas.planes), 0x77227571U);
+    EXPECT_EQ(folded(canvas.depth), 0x1173005EU);
+    EXPECT_EQ(folded(pool), 0x4493DDD8U);
     EXPECT_TRUE(
         std::all_of(canvas.planes[1].begin(), canvas.planes[1].begin() + 30 * 40, [](int v) { return v == 0; }));
     int32_t growing = 0;
@@ -171,7 +151,7 @@ TEST(Foliage, GrowingIsEmittingMovingAndDrawing) {
 }
 
 tavik_foliage_target target_of(Workspace &w) {
-    return record<tavik_foliage_target>(w.width, w.height, w.buffers(w.count()), w.floats(w.count(), 10, 60));
+    return record<tavik_foliage_target>(w.width, w.height, w.buffers(), w.floats(w.count(), 10, 60));
 }
 
 std::array<float, 7> any_end(Workspace &w) {

@@ -89,7 +89,7 @@ TEST(Frame, MemoryOfTheSystem) {
 }
 
 const BulkCase cases[] = {
-    {"TestPPL2", [](Workspace &w) { TestPPL2(w.buffer(w.count()), w.height, w.width); }},
+    {"TestPPL2", [](Workspace &w) { TestPPL2(w.buffer(), w.height, w.width); }},
 };
 
 const BulkFamily family("Frame", cases);

@@ -285,8 +285,7 @@ struct Thumbnail {
         for (const uint8_t sample : red) green.push_back(static_cast<uint8_t>(255 - sample));
         const Bytes blue(red.size(), 200);
         scratch.fill(Bytes(static_cast<std::size_t>((2 * std::max(width, 0) + 1) * 2 * std::max(height, 0)), 99));
-        result = call(SuperThumb, red.data(), green.data(), blue.data(), scratch, pixels.data(), x_max, y_max, width,
-                      height);
+        result = call(SuperThumb, red, green, blue, scratch, pixels, x_max, y_max, width, height);
     }
 };
 
@@ -325,28 +324,25 @@ const BulkCase cases[] = {
     {"AVI_extract",
      [](Workspace &w) {
          const std::size_t plane = static_cast<std::size_t>((w.width + 1) * w.height - 1);
-         call(AVI_extract, w.width, w.height, static_cast<int32_t>(3 * w.count()), w.buffers(plane),
-              w.buffer(3 * w.count()));
+         call(AVI_extract, w.size(), static_cast<int32_t>(3 * w.count()), w.buffers(plane), w.buffer(3 * w.count()));
      }},
     {"SuperThumb",
      [](Workspace &w) {
          if (w.count() == 0) return; // There is nothing to sample.
-         const auto src = w.buffers(w.count());
+         const auto src = w.buffers();
          for (const int32_t thumb_width : {5, 70, 300}) {
              constexpr int32_t thumb_height = 3;
              const auto scratch = static_cast<std::size_t>(2 * thumb_height * (2 * thumb_width + 1) - 1);
              call(SuperThumb, src, w.buffers(scratch),
-                  w.buffer(static_cast<std::size_t>(3 * (thumb_height * (thumb_width + 1) - 1))), w.width - 1,
-                  w.height - 1, thumb_width, thumb_height);
+                  w.buffer(static_cast<std::size_t>(3 * (thumb_height * (thumb_width + 1) - 1))), w.bounds(),
+                  thumb_width, thumb_height);
          }
      }},
     {"p_scale_to_dib",
-     [](Workspace &w) {
-         call(p_scale_to_dib, w.buffers(w.count()), w.result<uint32_t>(45 * 60), w.width, w.height, 45, 60, 45);
-     }},
+     [](Workspace &w) { call(p_scale_to_dib, w.buffers(), w.result<uint32_t>(45 * 60), w.size(), 45, 60, 45); }},
     {"xRLE_Encode_byte",
      [](Workspace &w) {
-         uint8_t *src = w.buffer(w.count());
+         uint8_t *src = w.buffer();
          // Runs of many lengths, up to the end.
          for (std::size_t i = 0; i < w.count(); ++i) src[i] = i % 97 < 20 || src[i] < 200 ? 1 : src[i];
          auto *length = w.buffer<int32_t>(1);

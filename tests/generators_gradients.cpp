@@ -37,9 +37,7 @@ struct Scene {
     // The expected folds come from the formulas in exact arithmetic, rounded after each operation.
     uint32_t fold() const { return folded(dst); }
     // Calls gradient(sources, destinations, tables, blend table).
-    template <class Gradient> void fill(const Gradient &gradient) {
-        call(gradient, src, dst, tables, alpha.data(), blend.data());
-    }
+    template <class Gradient> void fill(const Gradient &gradient) { call(gradient, src, dst, tables, alpha, blend); }
     void linear(float step_y, float step_x, float start, int32_t use_blend, int32_t use_alpha) {
         fill([&](auto... rest) {
             fastLinearGradient(step_y, step_x, start, width - 1, rows, use_blend, use_alpha, rest..., 0);
@@ -162,7 +160,7 @@ TEST(Gradients, MapRecoloursABandByBrightness) {
             planes[static_cast<std::size_t>(c)][static_cast<std::size_t>(sum)] =
                 static_cast<uint8_t>(std::clamp(sum - 255 * c, 0, 255));
     const Planes before = planes;
-    call(ApplyGradient, 2, 10, 381, planes, identity.data(), other.data(), identity.data());
+    call(ApplyGradient, 2, 10, 381, planes, identity, other, identity);
     for (std::size_t sum = 0; sum < 766; ++sum) {
         const bool in_band = sum >= 20 && sum < 762;
         const std::size_t brightness = sum * 85 / 256;
@@ -184,23 +182,22 @@ template <class Gradient> void run_fast(Workspace &w, const Gradient &gradient) 
 
 template <int32_t blend, int32_t alpha> void run_linear(Workspace &w) {
     run_fast(w, [&](auto... rest) {
-        fastLinearGradient(w.real(-3, 3), w.real(-2, 0), w.real(-300, 100), w.width, w.height, blend, alpha, rest...,
-                           0);
+        call(fastLinearGradient, w.real(-3, 3), w.real(-2, 0), w.real(-300, 100), w.size(), blend, alpha, rest..., 0);
     });
 }
 
 template <int32_t blend> void run_circular(Workspace &w) {
     run_fast(w, [&](auto... rest) {
-        fastCircularGradient(w.width, w.height, w.integer(-20, w.width), w.integer(-20, w.height), w.integer(1, 300),
-                             blend, rest...);
+        call(fastCircularGradient, w.size(), w.integer(-20, w.width), w.integer(-20, w.height), w.integer(1, 300),
+             blend, rest...);
     });
 }
 
 template <class Render> void run_rendered(Workspace &w, const Render &render) {
     constexpr int32_t n = 100;
-    const auto src = w.buffers(w.count());
+    const auto src = w.buffers();
     uint8_t *dst[3];
-    for (std::size_t c = 0; c < 3; ++c) dst[c] = w.result_of(src[c], w.count());
+    for (std::size_t c = 0; c < 3; ++c) dst[c] = w.result_of(src[c]);
     call(render, n, w.floats(4 * (n + 1), 0, 300), dst, src);
 }
 
@@ -226,8 +223,7 @@ const BulkCase cases[] = {
          run_rendered(w, [&](auto... rest) { xRenderSweepTo(40.3F, 7, 9, 50, 2, w.width, w.height, rest...); });
      },
      true},
-    {"ApplyGradient",
-     [](Workspace &w) { call(ApplyGradient, w.width, 0, w.height, w.buffers(w.count()), w.buffers(256)); }},
+    {"ApplyGradient", [](Workspace &w) { call(ApplyGradient, w.width, 0, w.height, w.buffers(), w.buffers(256)); }},
 };
 
 const BulkFamily family("Gradients", cases);

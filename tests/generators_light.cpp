@@ -96,29 +96,26 @@ const BulkCase cases[] = {
      [](Workspace &w) {
          uint8_t *t = w.buffer(256);
          for (const double re : {-0.6, static_cast<double>(nan), 1e300})
-             call(DoMandel, w.width, w.height, re, 0.1, 3.0 / w.width, 60, w.real(-9, 30), 77, t, t, t,
-                  w.results(w.count()));
+             call(DoMandel, w.size(), re, 0.1, 3.0 / w.width, 60, w.real(-9, 30), 77, t, t, t, w.results());
      }},
     {"DoFastMandel",
      [](Workspace &w) {
          uint8_t *t = w.buffer(256);
          for (const float re : {-0.6F, nan, 1e30F})
-             call(DoFastMandel, w.width, w.height, re, 0.1F, 3.0F / static_cast<float>(w.width), 60, 77, t, t, t,
-                  w.results(w.count()));
+             call(DoFastMandel, w.size(), re, 0.1F, 3.0F / static_cast<float>(w.width), 60, 77, t, t, t, w.results());
      }},
     {"xNova",
      [](Workspace &w) {
-         const auto p = w.buffers(w.count());
+         const auto p = w.buffers();
          for (const float cx : {w.real(0, 90), nan, -1e30F})
-             call(xNova, w.width, w.height, cx, w.real(0, 9), w.real(1, 99), w.integer(1, 60), 3, 255, 200, 90,
-                  w.real(0, 2), p);
+             call(xNova, w.size(), cx, w.real(0, 9), w.real(1, 99), w.integer(1, 60), 3, 255, 200, 90, w.real(0, 2), p);
      }},
     {"p_RandomStreaks",
      [](Workspace &w) {
-         const auto p = w.buffers(w.count());
+         const auto p = w.buffers();
          for (const float degrees : {w.real(-400, 400), nan, 1e30F})
-             call(p_RandomStreaks, w.width, w.height, degrees, w.real(0, 90), w.real(0, 4), w.real(0, 1), 3, 255, 200,
-                  90, w.real(0, 1), p);
+             call(p_RandomStreaks, w.size(), degrees, w.real(0, 90), w.real(0, 4), w.real(0, 1), 3, 255, 200, 90,
+                  w.real(0, 1), p);
      }},
 };
 

@@ -101,7 +101,7 @@ const BulkCase cases[] = {
      [](Workspace &w) {
          seed_rand(5);
          const int32_t octaves = w.integer(1, 3);
-         xOpenSimplex(w.width, w.height, w.integer(1, 40), octaves, w.result(w.count()));
+         call(xOpenSimplex, w.size(), w.integer(1, 40), octaves, w.result());
      }},
 };
 

@@ -132,8 +132,7 @@ std::vector<tavik_crystal_seed> crystal_seeds(uint32_t count, const Picture &p) 
 
 void crystallize(Picture &p, int32_t seeds_per_row, int32_t rows, int32_t size, int32_t layers,
                  const std::vector<tavik_crystal_seed> &seeds, Floats &heights) {
-    call(xCrystalize, p.width, p.height, seeds_per_row, rows, size, 0, layers, 0, 0, p.planes, seeds.data(),
-         heights.data());
+    call(xCrystalize, p.width, p.height, seeds_per_row, rows, size, 0, layers, 0, 0, p.planes, seeds.data(), heights);
 }
 
 // The expected folds come from the formulas in exact arithmetic, rounded after each operation.
@@ -187,7 +186,7 @@ TEST(Textures, RowsOfSeedsRunTogether) {
 void draw_cells(Picture &p, const std::vector<tavik_cell_seed> &seeds, int32_t size, int32_t layers, int32_t falloff,
                 int32_t invert, Floats &heights) {
     call(xcellular, p.width, p.height, static_cast<int32_t>(seeds.size()) / layers, 1, size, 0, layers, falloff, invert,
-         p.planes, seeds.data(), heights.data());
+         p.planes, seeds.data(), heights);
 }
 
 TEST(Textures, CellsRaiseBowlsAndCones) {
@@ -239,7 +238,7 @@ TEST(Textures, HeightsBecomeDitheredGreys) {
 }
 
 template <class Fill> void run_fill(Workspace &w, const Fill &fill) {
-    call(fill, 1, 2, 3, 4, 5, 6, w.width, w.height, w.results(w.count()));
+    call(fill, 1, 2, 3, 4, 5, 6, w.size(), w.results());
 }
 
 const BulkCase cases[] = {
@@ -252,13 +251,13 @@ const BulkCase cases[] = {
          const auto src = w.buffers(count);
          const auto dst = w.buffers(count);
          const int32_t percent = w.integer(30, 300);
-         call(xDoWeave, percent, w.width, w.height, 13, 7, w.buffer(91), src, dst);
+         call(xDoWeave, percent, w.size(), 13, 7, w.buffer(91), src, dst);
      }},
     {"xCrystalize",
      [](Workspace &w) {
          Picture size(w.width, w.height);
          const auto seeds = crystal_seeds(40, size);
-         call(xCrystalize, w.width, w.height, 20, 1, w.integer(2, 300), 0, 2, 0, 0, w.buffers(w.count()), seeds.data(),
+         call(xCrystalize, w.size(), 20, 1, w.integer(2, 300), 0, 2, 0, 0, w.buffers(), seeds.data(),
               w.floats(w.count(), -1, 100));
      }},
     // Heights so low that the dither rounds off: what they become does not depend on the threads' numbers.
@@ -266,7 +265,7 @@ const BulkCase cases[] = {
      [](Workspace &w) {
          float *heights = w.floats(w.count(), 0, 255);
          for (std::size_t i = 0; i < w.count(); ++i) heights[i] = -0x1p25F - 4 * std::floor(heights[i]);
-         call(xcellular, w.width, w.height, 9, 0, 8, 0, 1, 1, w.integer(0, 1), w.results(w.count()), nullptr, heights);
+         call(xcellular, w.size(), 9, 0, 8, 0, 1, 1, w.integer(0, 1), w.results(), nullptr, heights);
      }},
 };
 

@@ -88,11 +88,11 @@ TEST(Lighting, ReliefsInColour) {
     const Bytes byte_colour(count, 100);
     for (const auto &[specular, expected] : {std::pair{0.5F, 157.764862F}, {0.0F, 100.0F}}) {
         std::array<Floats, 3> floats = {colour, Floats(count), Floats(count)};
-        call(CPU_hightmap_r3_float, side, side, 0.1F, -1, 0, 1, 0.2F, specular, 10, heights.data(), floats[0].data(),
+        call(CPU_hightmap_r3_float, side, side, 0.1F, -1, 0, 1, 0.2F, specular, 10, heights, floats[0].data(),
              colour.data(), colour.data(), floats);
         Planes bytes = planes_of(count);
-        call(CPU_hightmap_r3, side, side, 0.1F, -1, 0, 1, 0.2F, specular, 10, rising.data(), byte_colour.data(),
-             byte_colour.data(), byte_colour.data(), bytes);
+        call(CPU_hightmap_r3, side, side, 0.1F, -1, 0, 1, 0.2F, specular, 10, rising, byte_colour, byte_colour,
+             byte_colour, bytes);
         EXPECT_FLOAT_EQ(floats[1][40], expected);
         EXPECT_EQ(floats[0], floats[2]);
         for (std::size_t plane = 0; plane < 3; ++plane)
@@ -129,8 +129,7 @@ TEST(Lighting, LampsOverAPicture) {
                                          8,  1, 5,  0.1F, 0.5F, 0.9F, 20, 0.2F, 1, 1,    9,  30, //
                                          -9, 4, 3,  1,    1,    1,    0,  1,    1, 1,    99, 1};
     Planes dst = planes_of(count);
-    call(xLighting, side, side, 0.15F, 0.5F, lamps.data(), 3, heights.data(), normals.data(), ramp.data(), ramp.data(),
-         ramp.data(), dst);
+    call(xLighting, side, side, 0.15F, 0.5F, lamps.data(), 3, heights, normals, ramp, ramp, ramp, dst);
     const std::array<float, 3> view = {0, 0, 1};
     for (std::size_t i = 0; i < count; ++i) {
         const std::array<float, 3> point = {static_cast<float>(i % side), static_cast<float>(i / side),
@@ -151,8 +150,7 @@ TEST(Lighting, LampsOverAPicture) {
 TEST(Lighting, BallsOfGlass) {
     const auto through = [](float index, float depth, float tint, float rim) {
         Planes dst = planes_of(count);
-        call(SphereInnards, side, side, 4, 4, 4, index, depth, tint, 255, 255, rim, ramp.data(), ramp.data(),
-             ramp.data(), dst);
+        call(SphereInnards, side, side, 4, 4, 4, index, depth, tint, 255, 255, rim, ramp, ramp, ramp, dst);
         return dst;
     };
     EXPECT_EQ(through(1, 2, 255, 0)[0], ramp);
@@ -214,7 +212,7 @@ TEST(Lighting, OcclusionByTheHorizon) {
 
     Planes planes = {Bytes(2, 200), Bytes(2, 100), Bytes(2, 50)};
     const Floats two = {0, 4};
-    call(xOcclusionBlender, 2, 1, two.data(), 8, 1, planes);
+    call(xOcclusionBlender, 2, 1, two, 8, 1, planes);
     EXPECT_EQ(planes, (Planes{Bytes{200, 100}, {100, 50}, {50, 25}}));
 }
 
@@ -236,79 +234,64 @@ TEST(Lighting, ShadowsOfRays) {
 
 constexpr float nan = std::numeric_limits<float>::quiet_NaN();
 
-// Three sources and their destinations of one kind of sample.
-struct Pictures {
-    uint8_t *src[3];
-    uint8_t *dst[3];
-
-    explicit Pictures(Workspace &w) {
-        for (int i = 0; i < 3; ++i) src[i] = w.buffer(w.count());
-        for (int i = 0; i < 3; ++i) dst[i] = w.result_of(src[i], w.count());
-    }
-};
-
 template <auto Export, class Height> void occlude(Workspace &w) {
     Height *heights;
     if constexpr (std::is_same_v<Height, float>)
         heights = w.floats(w.count(), 0, 90);
     else
-        heights = w.buffer(w.count());
-    Export(w.width, w.height, heights, w.integer(1, 9), w.integer(1, 40), w.integer(1, 30), w.real(0, 2),
-           w.result<Height>(w.count()));
+        heights = w.buffer();
+    call(Export, w.size(), heights, w.integer(1, 9), w.integer(1, 40), w.integer(1, 30), w.real(0, 2),
+         w.result<Height>());
 }
 
 const BulkCase cases[] = {
     {"x_F_Convolve_Normals",
      [](Workspace &w) {
-         float *heights = w.floats(w.count(), -9, 9);
-         x_F_Convolve_Normals(w.width, w.height, w.real(-1, 2), heights, w.result<float>(3 * w.count()));
+         call(x_F_Convolve_Normals, w.size(), w.real(-1, 2), w.floats(w.count(), -9, 9),
+              w.result<float>(3 * w.count()));
      }},
     {"xNormalMap",
-     [](Workspace &w) {
-         call(xNormalMap, w.width, w.height, w.real(-1, 2), w.integer(0, 1), w.buffer(w.count()), w.results(w.count()));
-     }},
+     [](Workspace &w) { call(xNormalMap, w.size(), w.real(-1, 2), w.integer(0, 1), w.buffer(), w.results()); }},
     {"xLighting",
      [](Workspace &w) {
          float *lamps = w.floats(24, 0.5F, 40);
          lamps[17] = w.real(-1, 1);
-         const Pictures p(w);
-         call(xLighting, w.width, w.height, 0.2F, w.real(0, 1), lamps, 2, w.floats(w.count(), -9, 9),
-              w.floats(3 * w.count(), -1, 1), p.src, p.dst);
+         const auto src = w.buffers();
+         call(xLighting, w.size(), 0.2F, w.real(0, 1), lamps, 2, w.floats(w.count(), -9, 9),
+              w.floats(3 * w.count(), -1, 1), src, w.results_of(src));
      },
      true},
     {"CPU_hightmap_r2",
      [](Workspace &w) {
-         uint8_t *heights = w.buffer(w.count());
-         CPU_hightmap_r2(w.width, w.height, w.real(-1, 2), w.real(-1, 1), w.real(-1, 1), w.real(0, 1), 0.1F, heights,
-                         w.result(w.count()));
+         call(CPU_hightmap_r2, w.size(), w.real(-1, 2), w.real(-1, 1), w.real(-1, 1), w.real(0, 1), 0.1F, w.buffer(),
+              w.result());
      }},
     {"CPU_hightmap_r3",
      [](Workspace &w) {
-         const Pictures p(w);
-         call(CPU_hightmap_r3, w.width, w.height, w.real(0, 1), w.real(-1, 1), w.real(-1, 1), w.real(0, 1), 0.1F, 0.8F,
-              w.real(1, 40), w.buffer(w.count()), p.src, p.dst);
+         const auto src = w.buffers();
+         call(CPU_hightmap_r3, w.size(), w.real(0, 1), w.real(-1, 1), w.real(-1, 1), w.real(0, 1), 0.1F, 0.8F,
+              w.real(1, 40), w.buffer(), src, w.results_of(src));
      },
      true},
     {"CPU_hightmap_r3_float",
      [](Workspace &w) {
          float *src[3] = {w.floats(w.count(), 0, 255), w.floats(w.count(), 0, 255), w.floats(w.count(), 0, 255)};
-         call(CPU_hightmap_r3_float, w.width, w.height, w.real(0, 1), w.real(-1, 1), w.real(-1, 1), w.real(0, 1), 0.1F,
-              0.8F, w.real(1, 40), w.floats(w.count(), 0, 255), src, w.result<float>(w.count()),
-              w.result<float>(w.count()), w.result<float>(w.count()));
+         call(CPU_hightmap_r3_float, w.size(), w.real(0, 1), w.real(-1, 1), w.real(-1, 1), w.real(0, 1), 0.1F, 0.8F,
+              w.real(1, 40), w.floats(w.count(), 0, 255), src, w.result<float>(), w.result<float>(), w.result<float>());
      }},
     {"SphereInnards",
      [](Workspace &w) {
-         const auto src = w.buffers(w.count());
-         const auto dst = w.results(w.count());
+         const auto src = w.buffers();
+         const auto dst = w.results();
          for (const float cx : {nan, static_cast<float>(w.width) / 2})
-             call(SphereInnards, w.width, w.height, cx, w.real(0, 9), w.real(1, 90), w.real(1, 2), w.real(1, 4), 200,
-                  255, 255, 0.5F, src, dst);
+             call(SphereInnards, w.size(), cx, w.real(0, 9), w.real(1, 90), w.real(1, 2), w.real(1, 4), 200, 255, 255,
+                  0.5F, src, dst);
      }},
     {"xBubbleShadow",
      [](Workspace &w) {
-         const auto planes = w.buffers(w.count());
+         const auto planes = w.buffers();
          for (const float cx : {nan, w.real(0, 99)})
-             call(xBubbleShadow, w.width, w.height, cx, w.real(0, 9), w.real(1, 90), w.real(0, 1), 0.8F, 0.2F, planes);
+             call(xBubbleShadow, w.size(), cx, w.real(0, 9), w.real(1, 90), w.real(0, 1), 0.8F, 0.2F, planes);
      }},
 };
 
@@ -318,21 +301,18 @@ const BulkCase occlusion_cases[] = {
          float *heights = w.floats(w.count(), 0, 90);
          float *sum = w.floats(w.count(), 0, 1);
          for (const float degrees : {w.real(-400, 400), 1e30F, nan})
-             xOcclusionAdder(w.width, w.height, heights, degrees, w.integer(1, 40), w.integer(1, 30), w.real(0, 2),
-                             sum);
+             call(xOcclusionAdder, w.size(), heights, degrees, w.integer(1, 40), w.integer(1, 30), w.real(0, 2), sum);
      }},
     {"xOcclusionBlender",
-     [](Workspace &w) {
-         call(xOcclusionBlender, w.width, w.height, w.floats(w.count(), 0, 9), 8, w.real(0, 2), w.buffers(w.count()));
-     }},
+     [](Workspace &w) { call(xOcclusionBlender, w.size(), w.floats(w.count(), 0, 9), 8, w.real(0, 2), w.buffers()); }},
     {"CPUxDoOcclusion_f", occlude<CPUxDoOcclusion_f, float>},
     {"xDoOcclusion", occlude<xDoOcclusion, uint8_t>},
     {"xDoRaytraceShadow",
      [](Workspace &w) {
          float *heights = w.floats(w.count(), 0, 90);
-         uint8_t *dst = w.result(w.count());
+         uint8_t *dst = w.result();
          for (const float degrees : {nan, w.real(-400, 400)})
-             xDoRaytraceShadow(w.width, w.height, heights, degrees, w.real(0, 2), w.integer(1, 40), w.real(0, 2), dst);
+             call(xDoRaytraceShadow, w.size(), heights, degrees, w.real(0, 2), w.integer(1, 40), w.real(0, 2), dst);
      }},
 };
 

@@ -133,8 +133,7 @@ TEST(Memops, ParallelSortMovesOnlyWhatIsOutOfOrder) {
 
 template <auto Export> void on_blocks(Workspace &w) {
     w.width *= 16;
-    uint8_t *src = w.buffer(w.count());
-    Export(w.width, w.height, src, w.buffer(w.count()));
+    call(Export, w.size(), w.buffer(), w.buffer());
 }
 
 const BulkCase cases[] = {
@@ -144,15 +143,13 @@ const BulkCase cases[] = {
     {"moveSSE",
      [](Workspace &w) {
          const auto words = static_cast<int32_t>(w.count()) * 4;
-         uint8_t *src = w.buffer(w.count() * 16);
-         moveSSE(src, w.buffer(w.count() * 16), words);
+         moveSSE(w.buffer(w.count() * 16), w.buffer(w.count() * 16), words);
      }},
     {"moveASM",
      [](Workspace &w) {
-         uint8_t *src = w.buffer(w.count() / 4 * 4);
-         moveASM(src, w.buffer(w.count() / 4 * 4), static_cast<int32_t>(w.count()));
+         moveASM(w.buffer(w.count() / 4 * 4), w.buffer(w.count() / 4 * 4), static_cast<int32_t>(w.count()));
      }},
-    {"quicksort", [](Workspace &w) { quicksort(w.buffer(w.count()), static_cast<int32_t>(w.count())); }},
+    {"quicksort", [](Workspace &w) { quicksort(w.buffer(), static_cast<int32_t>(w.count())); }},
 };
 
 const BulkFamily family("Memops", cases);

@@ -329,12 +329,12 @@ template <const auto &variant> void paint_in(Workspace &w) {
 }
 
 void draw_lines_in(Workspace &w) {
-    const auto planes = w.buffers(w.count());
+    const auto planes = w.buffers();
     const auto right = static_cast<float>(w.width + 9);
     const auto bottom = static_cast<float>(w.height + 9);
     for (int32_t line = 0; line < 9; ++line)
         call(xAAFloatLine, w.real(-9, right), w.real(-9, bottom), w.real(-9, right), w.real(-9, bottom), w.real(0, 255),
-             w.real(0, 255), 300, w.width, w.height, planes);
+             w.real(0, 255), 300, w.size(), planes);
 }
 
 const BulkCase cases[] = {

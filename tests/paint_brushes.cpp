@@ -34,8 +34,7 @@ TEST(Brushes, StampsMixByAlphaAndAreCutOff) {
         const Bytes brush(3, 100);
         const Bytes alpha = {0, 128, 255};
         Planes planes = planes_of(8, 200);
-        call(CustomBrushBlit, c.x, c.y, 3, 1, c.opacity, 4, 2, brush.data(), brush.data(), brush.data(), alpha.data(),
-             planes);
+        call(CustomBrushBlit, c.x, c.y, 3, 1, c.opacity, 4, 2, brush.data(), brush.data(), brush.data(), alpha, planes);
         for (const Bytes &plane : planes) EXPECT_EQ(plane, c.expected) << c.x << ' ' << c.y;
     }
 }
@@ -171,7 +170,7 @@ TEST(Brushes, AlphaAndTintWeighQuadrilaterals) {
         Planes tinted = picture(40);
         Planes plain = picture(40);
         const auto fill_by = [&](auto fill, Planes &to, auto... tints) {
-            call(fill, corners.data(), source, alphas.data(), side, side, to, side, side, 0.8F, smooth, tints...);
+            call(fill, corners.data(), source, alphas, side, side, to, side, side, 0.8F, smooth, tints...);
         };
         fill_by(xFillPoly4_Alpha_p_Tinted, tinted, tint, tint, tint);
         fill_by(xFillPoly4_Alpha_p, plain);
@@ -211,7 +210,7 @@ template <class Sample, class Smear> void smear_in(Workspace &w, const Smear &sm
     const std::size_t size = area(width, height);
     const uint8_t *mask = w.buffer(size);
     const auto carry = w.buffers<3, Sample>(size);
-    const auto planes = w.buffers<3, Sample>(w.count());
+    const auto planes = w.buffers<3, Sample>();
     for (const int32_t x : {-w.width / 3, 0, w.width / 3, 2 * w.width / 3})
         smear(x, w.integer(-3, 2), width, height, mask, carry, planes);
 }
@@ -221,7 +220,7 @@ template <int variant> void fill_in(Workspace &w) {
     const int32_t height = w.integer(1, 20);
     const auto src = w.buffers(area(width, height));
     const uint8_t *alpha = w.buffer(area(width, height));
-    const auto dst = w.buffers(w.count());
+    const auto dst = w.buffers();
     const auto right = static_cast<float>(w.width) + 9;
     const auto bottom = static_cast<float>(w.height) + 9;
     for (int32_t i = 0; i < 8; ++i) {
@@ -230,11 +229,11 @@ template <int variant> void fill_in(Workspace &w) {
         if (i < 3) c = {w.real(-9, right / 3), -3, right, w.real(-9, 9), right - 7, bottom, 3, bottom - 4};
         const float opacity = w.hostile(0, 1);
         if constexpr (variant == 0)
-            call(xFillPoly4_p, c.data(), src, width, height, dst, w.width, w.height, opacity, i % 2);
+            call(xFillPoly4_p, c.data(), src, width, height, dst, w.size(), opacity, i % 2);
         else if constexpr (variant == 1)
-            call(xFillPoly4_Alpha_p, c.data(), src, alpha, width, height, dst, w.width, w.height, opacity, i % 2);
+            call(xFillPoly4_Alpha_p, c.data(), src, alpha, width, height, dst, w.size(), opacity, i % 2);
         else
-            call(xFillPoly4_Alpha_p_Tinted, c.data(), src, alpha, width, height, dst, w.width, w.height, opacity, i % 2,
+            call(xFillPoly4_Alpha_p_Tinted, c.data(), src, alpha, width, height, dst, w.size(), opacity, i % 2,
                  w.hostile(0, 255), w.hostile(0, 255), 99);
     }
 }
@@ -244,39 +243,38 @@ const BulkCase cases[] = {
      [](Workspace &w) {
          smear_in<uint8_t>(
              w, [&](int32_t x, int32_t y, int32_t width, int32_t height, auto mask, auto brush, auto planes) {
-                 call(CustomBrushBlit, x, y, width, height, w.integer(0, 255), w.width, w.height, brush, mask, planes);
+                 call(CustomBrushBlit, x, y, width, height, w.integer(0, 255), w.size(), brush, mask, planes);
              });
      }},
     {"Cust_Smear_helper",
      [](Workspace &w) {
          smear_in<uint8_t>(
              w, [&](int32_t x, int32_t y, int32_t width, int32_t height, auto mask, auto carry, auto planes) {
-                 call(Cust_Smear_helper, x, y, width, height, w.integer(0, 255), w.integer(0, 255), w.width, w.height,
-                      mask, carry, planes);
+                 call(Cust_Smear_helper, x, y, width, height, w.integer(0, 255), w.integer(0, 255), w.size(), mask,
+                      carry, planes);
              });
      }},
     {"Cust_Smear_helper2",
      [](Workspace &w) {
-         smear_in<float>(w,
-                         [&](int32_t x, int32_t y, int32_t width, int32_t height, auto mask, auto carry, auto planes) {
-                             // Two numbers that are none have no rule which of them remains.
-                             const std::size_t size = area(width, height);
-                             for (std::size_t i = 0; i < 3; ++i) {
-                                 const auto is_none = [](float value) { return value != value; };
-                                 std::replace_if(carry[i], carry[i] + size, is_none, 7.0F);
-                                 std::replace_if(planes[i], planes[i] + w.count(), is_none, INFINITY);
-                             }
-                             call(Cust_Smear_helper2, x, y, width, height, w.real(0, 1), w.real(0, 1), w.width,
-                                  w.height, mask, carry, planes);
-                         });
+         smear_in<float>(w, [&](int32_t x, int32_t y, int32_t width, int32_t height, auto mask, auto carry,
+                                auto planes) {
+             // Two numbers that are none have no rule which of them remains.
+             const std::size_t size = area(width, height);
+             for (std::size_t i = 0; i < 3; ++i) {
+                 const auto is_none = [](float value) { return value != value; };
+                 std::replace_if(carry[i], carry[i] + size, is_none, 7.0F);
+                 std::replace_if(planes[i], planes[i] + w.count(), is_none, INFINITY);
+             }
+             call(Cust_Smear_helper2, x, y, width, height, w.real(0, 1), w.real(0, 1), w.size(), mask, carry, planes);
+         });
      }},
     {"xclonefill",
      [](Workspace &w) {
-         const uint8_t *mask = w.buffer(w.count());
-         const auto src = w.buffers(w.count());
-         const auto dst = w.buffers(w.count());
+         const uint8_t *mask = w.buffer();
+         const auto src = w.buffers();
+         const auto dst = w.buffers();
          for (const int32_t far : {std::numeric_limits<int32_t>::min(), -7, 0, std::numeric_limits<int32_t>::max()})
-             call(xclonefill, w.width, w.height, far, w.integer(-900, 900), w.integer(0, 255), mask, src, dst);
+             call(xclonefill, w.size(), far, w.integer(-900, 900), w.integer(0, 255), mask, src, dst);
      }},
     {"brush_preview_helper",
      [](Workspace &w) {
@@ -288,23 +286,20 @@ const BulkCase cases[] = {
      }},
     {"xGradAALine_b",
      [](Workspace &w) {
-         const auto planes = w.buffers(w.count());
+         const auto planes = w.buffers();
          const auto right = static_cast<float>(w.width + 9);
          const auto bottom = static_cast<float>(w.height + 9);
          for (int32_t i = 0; i < 9; ++i)
              call(xGradAALine_b, w.hostile(-9, right), w.hostile(-9, bottom), w.hostile(-9, right),
-                  w.hostile(-9, bottom), w.hostile(0, 255), 0, 99, w.hostile(0, 255), 255, 99, w.width, w.height,
-                  planes);
+                  w.hostile(-9, bottom), w.hostile(0, 255), 0, 99, w.hostile(0, 255), 255, 99, w.size(), planes);
      }},
     {"xFillPoly4_p", fill_in<0>},
     {"xFillPoly4_Alpha_p", fill_in<1>},
     {"xFillPoly4_Alpha_p_Tinted", fill_in<2>},
     {"xInitMarquee",
      [](Workspace &w) {
-         const uint8_t *mask = w.buffer(w.count());
-         uint8_t *labels = w.result(w.count());
-         xInitMarquee(mask, labels, w.width, w.height, w.integer(20, 60), w.integer(-5, 130), w.integer(-300, 300),
-                      std::numeric_limits<int32_t>::max());
+         call(xInitMarquee, w.buffer(), w.result(), w.size(), w.integer(20, 60), w.integer(-5, 130),
+              w.integer(-300, 300), std::numeric_limits<int32_t>::max());
      }},
 };
 

@@ -437,8 +437,8 @@ TEST(Raster, LinesCross) {
 
 // The planes of a picture of w.height rows, of which x_limit = w.width - 1 columns are drawn.
 tavik_triangle triangle_on(Workspace &w) {
-    return record<tavik_triangle>(std::array<int32_t, 15>(), std::array<float, 3>(), w.width - 1, w.height,
-                                  w.buffers(w.count()), w.floats(w.count(), 0, 100));
+    return record<tavik_triangle>(std::array<int32_t, 15>(), std::array<float, 3>(), w.width - 1, w.height, w.buffers(),
+                                  w.floats(w.count(), 0, 100));
 }
 
 // Corners in, around and well beyond the picture.
@@ -467,22 +467,21 @@ const BulkCase cases[] = {
                      corners[k + part] = part == 2
                                              ? w.real(1, 90)
                                              : w.real(-10, static_cast<float>(part % 3 == 0 ? w.width : w.height) + 9);
-             const auto t = record<tavik_textured_triangle>(corners, w.width, w.height, w.width, w.height, i % 2,
-                                                            w.buffers(w.count()), target.plane_r, target.plane_g,
-                                                            target.plane_b, target.depth);
+             const auto t =
+                 record<tavik_textured_triangle>(corners, w.width, w.height, w.width, w.height, i % 2, w.buffers(),
+                                                 target.plane_r, target.plane_g, target.plane_b, target.depth);
              xTriangle_Perspective(&t);
          }
      }},
     {"Transform3DHelper",
      [](Workspace &w) {
-         call(Transform3DHelper, w.width, w.height, w.floats(w.count(), -2, 2), 0.5F, w.buffers(w.count()),
-              w.floats(16, -2, 2), 100, 80, w.result<tavik_mesh_vertex>(w.count()));
+         call(Transform3DHelper, w.size(), w.floats(w.count(), -2, 2), 0.5F, w.buffers(), w.floats(16, -2, 2), 100, 80,
+              w.result<tavik_mesh_vertex>());
      }},
     {"Transform3DHelper_2",
      [](Workspace &w) {
-         Transform3DHelper_2(static_cast<int32_t>(w.count()), w.floats(3 * w.count(), -2, 2),
-                             w.buffer<uint32_t>(w.count()), w.floats(16, -2, 2), 100, 80,
-                             w.result<tavik_mesh_vertex>(w.count()));
+         Transform3DHelper_2(static_cast<int32_t>(w.count()), w.floats(3 * w.count(), -2, 2), w.buffer<uint32_t>(),
+                             w.floats(16, -2, 2), 100, 80, w.result<tavik_mesh_vertex>());
      }},
 };
 

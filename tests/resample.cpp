@@ -251,13 +251,13 @@ const BulkCase cases[] = {
     {"DoCubicPass1Helper",
      [](Workspace &w) {
          const int32_t from = w.integer(1, 2 * w.width);
-         DoCubicPass1Helper(w.buffer(area(from, w.height)), w.result(w.count()), w.width - 1, 0, from - 1, w.height,
+         DoCubicPass1Helper(w.buffer(area(from, w.height)), w.result(), w.width - 1, 0, from - 1, w.height,
                             scale_into(from, w.width), 0);
      }},
     {"DoCubicPass2Helper",
      [](Workspace &w) {
          const int32_t from = w.integer(1, 2 * w.height);
-         DoCubicPass2Helper(w.buffer(area(w.width, from)), w.result(w.count()), w.width - 1, w.height, 0, from - 1, 0,
+         DoCubicPass2Helper(w.buffer(area(w.width, from)), w.result(), w.width - 1, w.height, 0, from - 1, 0,
                             scale_into(from, w.height));
      }},
     {"xBiCubicHelper",
@@ -265,13 +265,12 @@ const BulkCase cases[] = {
          const int32_t width = w.integer(2, 3 * w.width);
          const int32_t height = w.integer(2, 3 * w.height);
          // The last row and column are not read.
-         xBiCubicHelper(w.buffer(area(width, height - 1) - 1), w.result(w.count()), w.width, w.height, width, height,
-                        w.real(0.1F, 5), w.real(0.1F, 5));
+         call(xBiCubicHelper, w.buffer(area(width, height - 1) - 1), w.result(), w.size(), width, height,
+              w.real(0.1F, 5), w.real(0.1F, 5));
      }},
     {"PrefilterCubicPass1Helper",
      [](Workspace &w) {
-         PrefilterCubicPass1Helper(w.buffer(w.count()), w.buffer(w.count()), w.integer(0, w.width / 2), 0, w.width - 1,
-                                   w.height);
+         PrefilterCubicPass1Helper(w.buffer(), w.buffer(), w.integer(0, w.width / 2), 0, w.width - 1, w.height);
      }},
     {"PrefilterCubicPass2Helpter",
      [](Workspace &w) {
@@ -280,9 +279,7 @@ const BulkCase cases[] = {
                                     w.integer(0, w.height), 0, w.height - 1);
      }},
     {"xprefilterlerp",
-     [](Workspace &w) {
-         xprefilterlerp(w.width, w.height, w.real(-1, 2), w.floats(w.count(), -50, 300), w.buffer(w.count()));
-     }},
+     [](Workspace &w) { call(xprefilterlerp, w.size(), w.real(-1, 2), w.floats(w.count(), -50, 300), w.buffer()); }},
 };
 
 const BulkFamily family("Resample", cases);

@@ -282,16 +282,8 @@ template <auto Export, std::size_t channels> void transform(Workspace &w) {
     const auto right = static_cast<float>(w.width);
     const auto bottom = static_cast<float>(w.height);
     // Nothing is written to the last row.
-    const auto to = [&] { return w.buffer(w.count() - static_cast<std::size_t>(w.width)); };
-    const auto from = [&] { return w.buffer(w.count()); };
-    const auto call = [&](auto... planes) {
-        Export(w.real(-5, 5), right, w.real(-5, 5), bottom, right / 2, bottom / 2, w.width - 1, w.height - 1, planes...,
-               m.data());
-    };
-    if constexpr (channels == 1)
-        call(from(), to());
-    else
-        call(from(), from(), from(), from(), to(), to(), to(), to());
+    call(Export, w.real(-5, 5), right, w.real(-5, 5), bottom, right / 2, bottom / 2, w.bounds(), w.buffers<channels>(),
+         w.buffers<channels>(w.count() - static_cast<std::size_t>(w.width)), m.data());
 }
 
 const BulkCase cases[] = {
@@ -301,13 +293,13 @@ const BulkCase cases[] = {
          const int32_t y_max = w.integer(1, w.height);
          const auto from = [&] { return rotated_source(w, x_max, y_max); };
          const auto to = [&] { return w.buffer(rotated_area(w)); };
-         FasterScaleRotate(from(), from(), from(), from(), to(), to(), to(), to(), x_max, y_max, w.width - 1,
-                           w.height - 1, w.real(0.01F, 2), w.real(-1, 1), w.real(-1, 1), 7, 8, 9);
+         call(FasterScaleRotate, from(), from(), from(), from(), to(), to(), to(), to(), x_max, y_max, w.bounds(),
+              w.real(0.01F, 2), w.real(-1, 1), w.real(-1, 1), 7, 8, 9);
      }},
     {"ScaleRotate_8_noAA",
      [](Workspace &w) {
-         ScaleRotate_8_noAA(rotated_source(w, w.width, w.height), w.buffer(rotated_area(w)), w.width, w.height,
-                            w.width - 1, w.height - 1, w.real(0.5F, 2), w.real(-1, 1), w.real(-1, 1));
+         call(ScaleRotate_8_noAA, rotated_source(w, w.width, w.height), w.buffer(rotated_area(w)), w.size(), w.bounds(),
+              w.real(0.5F, 2), w.real(-1, 1), w.real(-1, 1));
      }},
     {"xfreetransformalpha", transform<xfreetransformalpha, 1>},
     {"xfreetransformalpha_aa", transform<xfreetransformalpha_aa, 1>},
@@ -318,8 +310,8 @@ const BulkCase cases[] = {
          const int32_t y_max = w.integer(1, w.height);
          float *src = w.floats(2 * within(x_max, y_max), -9, 9);
          // All but the last row and the last point before it.
-         xBilinearScalePointf(w.width, w.height, x_max, y_max, src,
-                              w.buffer<float>(2 * (within(w.width, w.height - 1) - 1)));
+         call(xBilinearScalePointf, w.size(), x_max, y_max, src,
+              w.buffer<float>(2 * (within(w.width, w.height - 1) - 1)));
      }},
     {"ScaleHelper",
      [](Workspace &w) {
@@ -327,13 +319,9 @@ const BulkCase cases[] = {
          const auto count = static_cast<int32_t>(w.count());
          ScaleHelper(count, 0, count - 1, w.real(0.1F, 0.9F), 1, src, w.buffer(3 * w.count()), 0, 0);
      }},
-    {"FastHMirror",
-     [](Workspace &w) { FastHMirror(w.buffer(w.count()), w.buffer(w.count()), w.width - 1, w.height - 1); }},
+    {"FastHMirror", [](Workspace &w) { FastHMirror(w.buffer(), w.buffer(), w.width - 1, w.height - 1); }},
     {"FastVMirror",
-     [](Workspace &w) {
-         uint8_t *src = w.buffer(w.count() - 1);
-         FastVMirror(src, w.buffer(w.count() - 1), w.width - 1, w.height - 1);
-     }},
+     [](Workspace &w) { call(FastVMirror, w.buffer(w.count() - 1), w.buffer(w.count() - 1), w.bounds()); }},
 };
 
 const BulkFamily family("ResampleTransforms", cases);

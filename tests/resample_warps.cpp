@@ -115,7 +115,7 @@ TEST(ResampleWarps, Morph) {
     const Planes to = planes_of(side * side, 88);
     const auto morph = [&](float t, const Floats &field, const Planes &target) {
         Planes dst = result();
-        call(xBilinearMorpheHelper, side, side, t, side, field.data(), from, target, dst);
+        call(xBilinearMorpheHelper, side, side, t, side, field, from, target, dst);
         return dst;
     };
     Floats field(2 * side * side, 0);
@@ -145,9 +145,7 @@ TEST(ResampleWarps, MapsOfPoints) {
     EXPECT_EQ(doubled(1, 2, {0, 1, 4, 3}), (Floats{0, 2, 0, 2, 4, 4, 4, 4, 8, 6, 8, 6, 12, 8, 12, 8}));
 
     Planes dst = result();
-    const auto copy = [&](const Floats &map, int32_t count) {
-        call(MapCopy, count, 1, map.data(), side, side, ramp, dst);
-    };
+    const auto copy = [&](const Floats &map, int32_t count) { call(MapCopy, count, 1, map, side, side, ramp, dst); };
     copy(identity(side, side), side * side);
     EXPECT_EQ(dst, ramp);
     copy({-3, 2.4F, 2.5F, 1, nan, 99}, 3);
@@ -208,7 +206,7 @@ struct Transformed {
     Transformed(const Planes &src, const std::array<float, 6> &m, int32_t background, int32_t samples) {
         const std::array<float, 16> matrix = {m[0], m[1], nan, nan, m[2], m[3], nan, nan,
                                               nan,  nan,  nan, nan, m[4], m[5], nan, nan};
-        call(GoodTransform2, src, colour, alpha.data(), side, side, side, side, matrix.data(), background, samples);
+        call(GoodTransform2, src, colour, alpha, side, side, side, side, matrix.data(), background, samples);
     }
 };
 
@@ -262,7 +260,7 @@ struct SixPlanes {
     std::array<uint8_t *, 3> src, dst;
 
     explicit SixPlanes(Workspace &w) : SixPlanes(w, w.count()) {}
-    SixPlanes(Workspace &w, std::size_t src_count) : src(w.buffers(src_count)), dst(w.buffers(w.count())) {}
+    SixPlanes(Workspace &w, std::size_t src_count) : src(w.buffers(src_count)), dst(w.buffers()) {}
 };
 
 // Calls by(settings) with the settings as they are, and with a hostile number in place of each.
@@ -300,7 +298,7 @@ const BulkCase cases[] = {
              const int32_t map_height = map_width / 2 + 1;
              const SixPlanes p(w, static_cast<std::size_t>(map_width * map_height));
              with_hostile(w, shaped(w, reach(w), w.real(-400, 400), w.real(-90, 90)), [&](auto... floats) {
-                 call(xGlobe, map_width, map_height, w.width, w.height, floats..., p.src, p.dst);
+                 call(xGlobe, map_width, map_height, w.size(), floats..., p.src, p.dst);
              });
          }
      }},
@@ -327,10 +325,10 @@ const BulkCase cases[] = {
     {"xBilinearMorpheHelper",
      [](Workspace &w) {
          const SixPlanes p(w);
-         const uint8_t *to = w.buffer(w.count());
+         const uint8_t *to = w.buffer();
          const float *field = points(w, w.count(), 20);
          with_hostile(w, std::array{0.3F}, [&](float t) {
-             call(xBilinearMorpheHelper, w.width, w.height, t, w.width, field, p.src, to, to, p.src[0], p.dst);
+             call(xBilinearMorpheHelper, w.size(), t, w.width, field, p.src, to, to, p.src[0], p.dst);
          });
      }},
     {"Mapxtwo",
@@ -340,12 +338,12 @@ const BulkCase cases[] = {
     {"MapCopy",
      [](Workspace &w) {
          const SixPlanes p(w, 7 * 5);
-         call(MapCopy, w.width, w.height, points(w, w.count(), 9), 7, 5, p.src, p.dst);
+         call(MapCopy, w.size(), points(w, w.count(), 9), 7, 5, p.src, p.dst);
      }},
     {"xHalfSizeBuf",
      [](Workspace &w) {
          const int32_t reduced = (w.width + 1) / 2 * ((w.height + 1) / 2);
-         xHalfSizeBuf(w.width, w.height, w.floats(w.count(), -9, 9), w.result<float>(std::size_t(reduced)));
+         call(xHalfSizeBuf, w.size(), w.floats(w.count(), -9, 9), w.result<float>(std::size_t(reduced)));
      }},
     {"xEval",
      [](Workspace &w) {
@@ -361,20 +359,20 @@ const BulkCase cases[] = {
     {"xrefinementhelper",
      [](Workspace &w) {
          const std::size_t coarse = static_cast<std::size_t>((w.width + 1) / 2 * ((w.height + 1) / 2));
-         xrefinementhelper(w.width, w.height, w.real(-2, 3), w.floats(w.count(), -9, 9), w.floats(coarse, -9, 9),
-                           w.floats(coarse, -9, 9), w.result<float>(w.count()));
+         call(xrefinementhelper, w.size(), w.real(-2, 3), w.floats(w.count(), -9, 9), w.floats(coarse, -9, 9),
+              w.floats(coarse, -9, 9), w.result<float>());
      }},
     {"GoodTransform2",
      [](Workspace &w) {
          for (const int32_t columns : {1, 3, 4, 61}) {
              const int32_t rows = columns / 2 + 1;
              const SixPlanes p(w, static_cast<std::size_t>(columns * rows));
-             uint8_t *alpha = w.result(w.count());
+             uint8_t *alpha = w.result();
              with_hostile(w, std::array{w.real(0.1F, 0.9F), -0.3F, 0.4F, 0.8F, -2.0F, 1.5F}, [&](auto... m) {
                  const std::array<float, 6> part = {m...};
                  const std::array<float, 16> matrix = {part[0], part[1], 0, 0, part[2], part[3], 0, 0,
                                                        0,       0,       0, 0, part[4], part[5], 0, 0};
-                 call(GoodTransform2, p.src, p.dst, alpha, columns, rows, w.width, w.height, matrix.data(),
+                 call(GoodTransform2, p.src, p.dst, alpha, columns, rows, w.size(), matrix.data(),
                       w.integer(0, 0xFFFFFF), w.integer(1, 2));
              });
          }
@@ -383,7 +381,7 @@ const BulkCase cases[] = {
      [](Workspace &w) {
          const SixPlanes p(w);
          with_hostile(w, std::array{35.0F, w.real(-90, 90), 10.0F, reach(w)}, [&](auto... floats) {
-             call(Fast_ThreeDeePerspective, p.src, p.dst, w.width, w.height, floats..., w.integer(0, 0xFFFFFF));
+             call(Fast_ThreeDeePerspective, p.src, p.dst, w.size(), floats..., w.integer(0, 0xFFFFFF));
          });
      }},
 };

@@ -30,15 +30,28 @@ class Workspace {
     // width × height.
     std::size_t count() const { return static_cast<std::size_t>(width) * static_cast<std::size_t>(height); }
 
-    // A buffer of random contents that the call reads, writes or both. A count below 0 is none, here and below.
+    // Both, and the last column and row, for a call() of planes.h.
+    std::array<int32_t, 2> size() const { return {width, height}; }
+    std::array<int32_t, 2> bounds() const { return {width - 1, height - 1}; }
+
+    // A buffer of random contents that the call reads, writes or both: of the picture's size or so many elements. A
+    // count below 0 is none, here and below.
+    template <class Element = uint8_t> Element *buffer() { return buffer<Element>(count()); }
     template <class Element = uint8_t> Element *buffer(std::size_t elements) {
         return reinterpret_cast<Element *>(place(or_none(elements) * sizeof(Element), false));
     }
     // A buffer that the call writes whole.
+    template <class Element = uint8_t> Element *result() { return result<Element>(count()); }
     template <class Element = uint8_t> Element *result(std::size_t elements) {
         return reinterpret_cast<Element *>(place(or_none(elements) * sizeof(Element), true));
     }
-    // Three or another number of them, for a call() of planes.h.
+    // Three or another number of them.
+    template <std::size_t n = 3, class Element = uint8_t> std::array<Element *, n> buffers() {
+        return buffers<n, Element>(count());
+    }
+    template <std::size_t n = 3, class Element = uint8_t> std::array<Element *, n> results() {
+        return results<n, Element>(count());
+    }
     template <std::size_t n = 3, class Element = uint8_t> std::array<Element *, n> buffers(std::size_t elements) {
         std::array<Element *, n> all;
         for (Element *&one : all) one = buffer<Element>(elements);
@@ -50,7 +63,11 @@ class Workspace {
         return all;
     }
     // A buffer that the call writes whole, or its source when the call is run in place.
+    uint8_t *result_of(uint8_t *source) { return result_of(source, count()); }
     uint8_t *result_of(uint8_t *source, std::size_t elements);
+    template <std::size_t n> std::array<uint8_t *, n> results_of(const std::array<uint8_t *, n> &sources) {
+        return results_of(sources, count());
+    }
     template <std::size_t n>
     std::array<uint8_t *, n> results_of(const std::array<uint8_t *, n> &sources, std::size_t elements) {
         std::array<uint8_t *, n> all;
