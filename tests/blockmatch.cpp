@@ -2,10 +2,7 @@
 
 #include <array>
 #include <cstdint>
-#include <cstdlib>
-#include <limits>
 #include <random>
-#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -18,7 +15,7 @@ namespace {
 using Plane = Bytes;
 using Place = std::array<int32_t, 2>;
 
-constexpr int32_t none = std::numeric_limits<int32_t>::max();
+constexpr int32_t none = highest;
 constexpr int32_t width = 90;
 constexpr int32_t height = 60;
 
@@ -61,7 +58,7 @@ TEST(BlockMatch, FixedBlocksCoverTheirSamplesAndNoOthers) {
         // Each coordinate of either block one too small, the smallest, the largest and one too large.
         for (std::size_t i = 0; i < 4; ++i) {
             const int32_t last = (i % 2 == 0 ? width : height) - 1 - s.reach;
-            for (const int32_t value : {s.reach - 1, s.reach, last, last + 1, std::numeric_limits<int32_t>::max()}) {
+            for (const int32_t value : {s.reach - 1, s.reach, last, last + 1, highest}) {
                 std::array<int32_t, 4> point = {30, 30, 30, 30};
                 point[i] = value;
                 EXPECT_EQ(s.compare(point[0], point[1], point[2], point[3], width, height, white.data(), black.data()) <

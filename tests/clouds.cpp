@@ -1,6 +1,5 @@
 #include "tavik/generators/generators.h"
 
-#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <vector>

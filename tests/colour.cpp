@@ -5,7 +5,6 @@
 #include <cmath>
 #include <cstdint>
 #include <functional>
-#include <limits>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -18,9 +17,6 @@ namespace {
 
 using Colour = std::array<int, 3>;
 using Unit = std::array<float, 3>;
-
-constexpr float nan = std::numeric_limits<float>::quiet_NaN();
-constexpr float infinity = std::numeric_limits<float>::infinity();
 
 Planes picture_of(const std::vector<Colour> &colours) {
     Planes planes;
@@ -76,7 +72,7 @@ TEST(Colour, RgbToHsv) {
         EXPECT_EQ(actual, hsv) << rgb[0] << ' ' << rgb[1] << ' ' << rgb[2];
     }
     Unit kept = {-2, 99, 99};
-    RGB_To_HSV(nan, nan, nan, &kept[0], &kept[1], &kept[2]);
+    RGB_To_HSV(no_number, no_number, no_number, &kept[0], &kept[1], &kept[2]);
     EXPECT_EQ(kept[0], 240.0F);
     EXPECT_TRUE(std::isnan(kept[1]) && std::isnan(kept[2]));
 }
@@ -104,7 +100,7 @@ TEST(Colour, HsvToRgb) {
         {{420, 1, 1}, kept},
         {{-60, 1, 1}, kept},
         {{359.99997F, 1, 1}, kept},
-        {{nan, 1, 1}, kept},
+        {{no_number, 1, 1}, kept},
         {{1e30F, 1, 1}, kept},
         {{-59, 0, 0.5F}, {0.5F, 0.5F, 0.5F}},
     };
@@ -138,7 +134,7 @@ TEST(Colour, HueTurnsByWholeDegrees) {
           {{-999999.5F, 1, 1}, {{{165, 255, 0}, {97, 200, 49}, {220, 30, 185}}}, 0x5A72B991U},
           {{123456792, 1, 1}, {{{0, 203, 255}, {49, 129, 200}, {207, 220, 30}}}, 0x85A97B25U},
           {{-5e9F, 1, 1}, {{{0, 33, 255}, {49, 69, 200}, {30, 55, 220}}}, 0x0747A1A2U}, // beyond the integers: −2^31
-          {{nan, 1, 0.5F}, {{{0, 16, 127}, {24, 34, 100}, {15, 27, 110}}}, 0x5701DD2DU},
+          {{no_number, 1, 0.5F}, {{{0, 16, 127}, {24, 34, 100}, {15, 27, 110}}}, 0x5701DD2DU},
           {{10, infinity, 0},
            {{{0, 0, 0}, {0, 0, 0}, {0, 0, 0}}},
            0x270934C5U}}) { // 0 × infinity is no number, which becomes 0.
@@ -199,7 +195,7 @@ TEST(Colour, SepiaFadesThenTints) {
         {{0, 1, 1}, {255, 255, 255}, {255, 229, 170}},
         {{2, 0, 0}, {0, 0, 100}, {254, 254, 210}}, // 510 and −300 + 510 keep their low bytes.
         {{0, 2, 0}, {200, 0, 0}, {176, 119, 119}}, // −80.4 truncates to −80.
-        {{nan, 0, 0}, {9, 9, 9}, {0, 0, 0}},
+        {{no_number, 0, 0}, {9, 9, 9}, {0, 0, 0}},
         {{0, 1, 0}, {255, 0, 0}, {76, 76, 76}},
         {{0, 1, 0}, {0, 255, 0}, {149, 149, 149}},
         {{0, 1, 0}, {0, 0, 255}, {29, 29, 29}},
@@ -268,7 +264,7 @@ TEST(Colour, MatrixSumsInItsOrder) {
         {{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 0}, {1, 128, 255}, {1, 128, 255}},
         {{0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 300}, {5, 6, 7}, {255, 0, 0}},
         {{0, 0.5F, 0, 9, 0.25F, 0, 0, 9, 0, 0, 2, 9, 0.75F, -10, 0, 9}, {40, 41, 42}, {11, 10, 84}},
-        {{-1, 1, 0, 0, 0, -2, 0, 0, 0, 0, nan, 0, 0, 0, 0, 0}, {100, 49, 1}, {0, 2, 255}},
+        {{-1, 1, 0, 0, 0, -2, 0, 0, 0, 0, no_number, 0, 0, 0, 0, 0}, {100, 49, 1}, {0, 2, 255}},
         // Blue and green cancel before the rest is added.
         {{3, 3, 3, 0, huge, huge, huge, 0, -huge, -huge, -huge, 0, 7, 7, 7, 0}, {1, 1, 1}, {10, 10, 10}},
         // The constant swallows what is added before red takes it away.
@@ -354,7 +350,7 @@ TEST(Colour, HueMatrix) {
                           {60, 1, 1, {}, {255, 0, 0}, {170, 170, 0}},
                           {0, 0, 1, {10, 0, -10}, {100, 50, 30}, {70, 60, 50}},
                           {0, 1, 1, {0.5F, 0.25F, -0.75F}, {100, 50, 30}, {101, 50, 29}},
-                          {0, 1, nan, {}, {100, 50, 30}, {255, 255, 255}}}) {
+                          {0, 1, no_number, {}, {100, 50, 30}, {255, 255, 255}}}) {
         EXPECT_EQ(pixel(mapped({c.from}, FastHSVandRGB, c.hue, c.saturation, c.value, c.add), 0), c.to);
     }
 

@@ -6,7 +6,6 @@
 #include <cmath>
 #include <cstdint>
 #include <functional>
-#include <limits>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -16,9 +15,6 @@
 using namespace tavik_test;
 
 namespace {
-
-constexpr int32_t lowest = std::numeric_limits<int32_t>::min();
-constexpr int32_t highest = std::numeric_limits<int32_t>::max();
 
 const auto k = std::bit_cast<float>(0x3B808081);
 

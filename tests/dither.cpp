@@ -4,8 +4,6 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
-#include <numeric>
-#include <vector>
 
 #include <gtest/gtest.h>
 

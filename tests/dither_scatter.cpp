@@ -1,7 +1,5 @@
 #include <array>
 #include <cstdint>
-#include <limits>
-#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -28,12 +26,11 @@ TEST(Dither, TileGrainRepeatsAndInterpolates) {
         float scale, offset_x, offset_y, amount;
         Bytes after; // two rows
     };
-    const float nan = std::numeric_limits<float>::quiet_NaN();
     for (const Case &c : {Case{100, 1, 0, 0, 1, {110, 90, 110, 90, 100, 120, 100, 120}},
                           {100, 0.5F, 0, 0, 1, {110, 100, 90, 100, 105, 105, 105, 105}},
                           {250, 1, -1, 0, 1, {240, 255, 240, 255, 255, 250, 255, 250}},
                           {100, 1, 0, 1, 0.25F, {100, 105, 100, 105, 103, 98, 103, 98}},
-                          {100, nan, nan, nan, 0, {100, 100, 100, 100, 100, 100, 100, 100}}}) {
+                          {100, no_number, no_number, no_number, 0, {100, 100, 100, 100, 100, 100, 100, 100}}}) {
         Bytes plane(8, c.before);
         Bytes other = plane;
         Bytes third = plane;
@@ -68,7 +65,7 @@ template <auto Export, class... Shape> void scatter(Workspace &w, Shape... shape
     const std::size_t n = w.count();
     const auto src = w.buffers(n);
     const auto dst = w.results(n);
-    for (const float amount : {w.real(0, 30), 1e30F, std::numeric_limits<float>::quiet_NaN()})
+    for (const float amount : {w.real(0, 30), 1e30F, no_number})
         call(Export, w.size(), amount, shape..., w.integer(0, 99), src, dst);
 }
 
@@ -80,7 +77,7 @@ const BulkCase cases[] = {
          float *tiles[3];
          for (float *&tile : tiles) tile = w.floats(columns * rows, -40, 40);
          const auto planes = w.buffers();
-         for (const float offset : {w.real(-100, 100), 1e30F, -std::numeric_limits<float>::infinity()})
+         for (const float offset : {w.real(-100, 100), 1e30F, -infinity})
              call(xfilmgrainHelper, w.size(), columns, rows, w.real(-2, 2), offset, w.real(-9, 9), w.real(0, 1), tiles,
                   planes);
      }},

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <limits>
 #include <tuple>
 #include <utility>
 #include <vector>
@@ -167,7 +166,7 @@ TEST(Filters, NormalsAreShadedByTheirProductWithTheLight) {
         {{1, 1, 1}, {1e10F, 0, 0}, 1, 0}, // No 32-bit integer holds it.
         {{1, 1, 1}, {1e8F, -1e8F, 3}, 1, 3},
         {{1, 1, 1}, {-1e8F, 3, 1e8F}, 1, 0},
-        {{1, 1, 1}, {std::numeric_limits<float>::quiet_NaN(), 0, 0}, 1, 0},
+        {{1, 1, 1}, {no_number, 0, 0}, 1, 0},
     };
     constexpr int32_t x_max = 67;
     constexpr int32_t rows = 3;

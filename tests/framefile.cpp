@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
-#include <limits>
 #include <numeric>
 #include <random>
 #include <string>
@@ -77,7 +76,7 @@ TEST(FrameFile, PlanesLieChannelByChannel) {
 TEST(FrameFile, OffsetsWrapIn32Bits) {
     OpenFile open(counting_file());
     // 2^31 frames of 2 bytes are 2^32.
-    EXPECT_EQ(open.frame(std::numeric_limits<int32_t>::min() + 1, 2)[0], (Bytes{22, 23}));
+    EXPECT_EQ(open.frame(lowest + 1, 2)[0], (Bytes{22, 23}));
     // 65536 × 65537 pixels are as many as 65536.
     open.header.x_max = 65535;
     open.header.y_max = 65536;
@@ -106,13 +105,6 @@ TEST(FrameFile, MissingShortAndDamagedFiles) {
         damaged.header.y_max = y_max;
         EXPECT_EQ(damaged.frame(0, 2)[0], (Bytes{99, 99}));
     }
-}
-
-Bytes noise(std::size_t count, uint32_t seed) {
-    std::mt19937 random(seed);
-    Bytes bytes(count);
-    for (uint8_t &byte : bytes) byte = static_cast<uint8_t>(random());
-    return bytes;
 }
 
 TEST(FrameFile, FramesAreDrawnAsPlanesAreScaled) {

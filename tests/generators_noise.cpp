@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <bit>
 #include <cstdint>
-#include <vector>
 
 #include <gtest/gtest.h>
 

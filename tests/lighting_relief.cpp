@@ -2,7 +2,6 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
-#include <limits>
 #include <type_traits>
 #include <vector>
 
@@ -232,8 +231,6 @@ TEST(Lighting, ShadowsOfRays) {
     }
 }
 
-constexpr float nan = std::numeric_limits<float>::quiet_NaN();
-
 template <auto Export, class Height> void occlude(Workspace &w) {
     Height *heights;
     if constexpr (std::is_same_v<Height, float>)
@@ -283,14 +280,14 @@ const BulkCase cases[] = {
      [](Workspace &w) {
          const auto src = w.buffers();
          const auto dst = w.results();
-         for (const float cx : {nan, static_cast<float>(w.width) / 2})
+         for (const float cx : {no_number, static_cast<float>(w.width) / 2})
              call(SphereInnards, w.size(), cx, w.real(0, 9), w.real(1, 90), w.real(1, 2), w.real(1, 4), 200, 255, 255,
                   0.5F, src, dst);
      }},
     {"xBubbleShadow",
      [](Workspace &w) {
          const auto planes = w.buffers();
-         for (const float cx : {nan, w.real(0, 99)})
+         for (const float cx : {no_number, w.real(0, 99)})
              call(xBubbleShadow, w.size(), cx, w.real(0, 9), w.real(1, 90), w.real(0, 1), 0.8F, 0.2F, planes);
      }},
 };
@@ -300,7 +297,7 @@ const BulkCase occlusion_cases[] = {
      [](Workspace &w) {
          float *heights = w.floats(w.count(), 0, 90);
          float *sum = w.floats(w.count(), 0, 1);
-         for (const float degrees : {w.real(-400, 400), 1e30F, nan})
+         for (const float degrees : {w.real(-400, 400), 1e30F, no_number})
              call(xOcclusionAdder, w.size(), heights, degrees, w.integer(1, 40), w.integer(1, 30), w.real(0, 2), sum);
      }},
     {"xOcclusionBlender",
@@ -311,7 +308,7 @@ const BulkCase occlusion_cases[] = {
      [](Workspace &w) {
          float *heights = w.floats(w.count(), 0, 90);
          uint8_t *dst = w.result();
-         for (const float degrees : {nan, w.real(-400, 400)})
+         for (const float degrees : {no_number, w.real(-400, 400)})
              call(xDoRaytraceShadow, w.size(), heights, degrees, w.real(0, 2), w.integer(1, 40), w.real(0, 2), dst);
      }},
 };

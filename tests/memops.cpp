@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <numeric>
 #include <random>
-#include <vector>
 
 #include <gtest/gtest.h>
 

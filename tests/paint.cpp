@@ -4,7 +4,6 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
-#include <limits>
 #include <string_view>
 #include <type_traits>
 #include <utility>
@@ -219,7 +218,6 @@ TEST(Paint, DabsAreRound) {
 
 TEST(Paint, BoxesOutsideThePlanesPaintNothing) {
     constexpr float huge = 1e10F;
-    constexpr float infinity = std::numeric_limits<float>::infinity();
     const Point centres[] = {{-30, 5}, {5, 40}, {50, 5}, {5, -huge}, {huge, 5}, {-huge, huge}, {infinity, 5}};
     for_each_variant([&](const auto &variant) {
         const CanvasOf<std::decay_t<decltype(variant)>> blank(9, 9);

@@ -3,8 +3,6 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
-#include <limits>
-#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -29,8 +27,8 @@ TEST(Brushes, StampsMixByAlphaAndAreCutOff) {
                           {-1, 0, 128, {175, 150, 200, 200, 200, 200, 200, 200}},
                           {2, 1, 255, {200, 200, 200, 200, 200, 200, 200, 150}},
                           {0, -1, 255, Bytes(8, 200)},
-                          {std::numeric_limits<int32_t>::min(), 0, 255, Bytes(8, 200)},
-                          {std::numeric_limits<int32_t>::max(), 0, 255, Bytes(8, 200)}}) {
+                          {lowest, 0, 255, Bytes(8, 200)},
+                          {highest, 0, 255, Bytes(8, 200)}}) {
         const Bytes brush(3, 100);
         const Bytes alpha = {0, 128, 255};
         Planes planes = planes_of(8, 200);
@@ -86,7 +84,6 @@ TEST(Brushes, ClonesRepeatLikeATile) {
 
 TEST(Brushes, APreviewIsARowOfTheDab) {
     constexpr int32_t count = 80;
-    constexpr float nan = std::numeric_limits<float>::quiet_NaN();
     struct Dab {
         float cx, cy, diameter, feather, colour, opacity;
     };
@@ -95,10 +92,10 @@ TEST(Brushes, APreviewIsARowOfTheDab) {
                          {75, 20, 20, 0, -1, 1},
                          {40, 20, 30, -3, 10, 1},
                          {40, 20, 9, 9, 10, 0},
-                         {nan, 3, 9, 9, 10, 1},
-                         {3, 3, nan, 9, 9, 1},
+                         {no_number, 3, 9, 9, 10, 1},
+                         {3, 3, no_number, 9, 9, 1},
                          {3, 20, 1e30F, 4, 77, 0.5F},
-                         {40, 20, 60, 9, nan, 0.5F}}) {
+                         {40, 20, 60, 9, no_number, 0.5F}}) {
         for (int32_t y = -1; y < 45; ++y) {
             Planes planes = planes_of(static_cast<std::size_t>(count + 1) * 61, 100);
             call(FeatheredCircle, d.cx, d.cy, d.diameter, d.feather, d.colour, 200, 5, d.opacity, count, 60, planes);
@@ -273,7 +270,7 @@ const BulkCase cases[] = {
          const uint8_t *mask = w.buffer();
          const auto src = w.buffers();
          const auto dst = w.buffers();
-         for (const int32_t far : {std::numeric_limits<int32_t>::min(), -7, 0, std::numeric_limits<int32_t>::max()})
+         for (const int32_t far : {lowest, -7, 0, highest})
              call(xclonefill, w.size(), far, w.integer(-900, 900), w.integer(0, 255), mask, src, dst);
      }},
     {"brush_preview_helper",
@@ -299,7 +296,7 @@ const BulkCase cases[] = {
     {"xInitMarquee",
      [](Workspace &w) {
          call(xInitMarquee, w.buffer(), w.result(), w.size(), w.integer(20, 60), w.integer(-5, 130),
-              w.integer(-300, 300), std::numeric_limits<int32_t>::max());
+              w.integer(-300, 300), highest);
      }},
 };
 

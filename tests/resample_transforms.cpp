@@ -4,7 +4,6 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
-#include <limits>
 #include <string>
 #include <vector>
 
@@ -18,8 +17,6 @@ namespace {
 
 using Four = std::array<Bytes, 4>;
 using Matrix = std::array<float, 16>;
-
-constexpr float infinity = std::numeric_limits<float>::infinity();
 
 std::size_t within(int32_t x_max, int32_t y_max) { return area(x_max + 1, y_max + 1); }
 

@@ -5,7 +5,6 @@
 #include <cmath>
 #include <cstdint>
 #include <functional>
-#include <limits>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -271,12 +270,11 @@ TEST(Tone, ScalingTruncatesAndWrapsAsItsKindDoes) {
         std::function<void(uint8_t *)> operation;
         std::vector<std::array<int, 2>> mapped;
     };
-    const float nan = std::numeric_limits<float>::quiet_NaN();
     const Case cases[] = {
         {"dim 0.5", [](uint8_t *p) { xDimChannel(0.5F, 256, p); }, {{{255, 127}}, {{1, 0}}}},
         {"dim 1.5", [](uint8_t *p) { xDimChannel(1.5F, 256, p); }, {{{100, 150}}, {{200, 44}}}},
         {"dim -1", [](uint8_t *p) { xDimChannel(-1.0F, 256, p); }, {{{1, 255}}, {{255, 1}}}},
-        {"dim NaN", [=](uint8_t *p) { xDimChannel(nan, 256, p); }, {{{1, 0}}, {{255, 0}}}},
+        {"dim NaN", [=](uint8_t *p) { xDimChannel(no_number, 256, p); }, {{{1, 0}}, {{255, 0}}}},
         {"scale 0.5", [](uint8_t *p) { ChannelValue_mmx(p, p, 255, 0, 0.5F); }, {{{255, 126}}, {{2, 0}}, {{3, 1}}}},
         {"scale 1", [](uint8_t *p) { ChannelValue_mmx(p, p, 255, 0, 1.0F); }, {{{255, 254}}, {{1, 0}}}},
         {"scale 1.5", [](uint8_t *p) { ChannelValue_mmx(p, p, 255, 0, 1.5F); }, {{{255, 255}}, {{1, 1}}}},

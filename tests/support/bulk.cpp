@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <limits>
 #include <string_view>
 
 namespace tavik_test {
@@ -79,9 +78,7 @@ float Workspace::real(float low, float high) {
 }
 
 float Workspace::far_or_none() {
-    constexpr float infinity = std::numeric_limits<float>::infinity();
-    constexpr float nan = std::numeric_limits<float>::quiet_NaN();
-    return std::array{nan, infinity, -infinity, 1e30F, -1e30F, 1e-30F}[static_cast<std::size_t>(integer(0, 5))];
+    return std::array{no_number, infinity, -infinity, 1e30F, -1e30F, 1e-30F}[static_cast<std::size_t>(integer(0, 5))];
 }
 
 std::vector<uint8_t> Workspace::contents(bool results_only) const {

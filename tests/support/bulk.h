@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "tests/support/guarded_memory.h"
+#include "tests/support/numbers.h"
 #include "tests/support/planes.h"
 
 namespace tavik_test {
