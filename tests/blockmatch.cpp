@@ -2,10 +2,7 @@
 
 #include <array>
 #include <cstdint>
-#include <cstdlib>
-#include <limits>
 #include <random>
-#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -15,19 +12,14 @@ using namespace tavik_test;
 
 namespace {
 
-using Plane = std::vector<uint8_t>;
+using Plane = Bytes;
 using Place = std::array<int32_t, 2>;
 
-constexpr int32_t none = std::numeric_limits<int32_t>::max();
+constexpr int32_t none = highest;
 constexpr int32_t width = 90;
 constexpr int32_t height = 60;
 
-Plane noise(uint32_t seed) {
-    std::mt19937 random(seed);
-    Plane plane(width * height);
-    for (uint8_t &sample : plane) sample = static_cast<uint8_t>(random());
-    return plane;
-}
+Plane noise(uint32_t seed) { return tavik_test::noise(width * height, seed); }
 
 uint8_t at(const Plane &plane, int32_t x, int32_t y) { return plane[static_cast<std::size_t>(y * width + x)]; }
 
@@ -66,7 +58,7 @@ TEST(BlockMatch, FixedBlocksCoverTheirSamplesAndNoOthers) {
         // Each coordinate of either block one too small, the smallest, the largest and one too large.
         for (std::size_t i = 0; i < 4; ++i) {
             const int32_t last = (i % 2 == 0 ? width : height) - 1 - s.reach;
-            for (const int32_t value : {s.reach - 1, s.reach, last, last + 1, std::numeric_limits<int32_t>::max()}) {
+            for (const int32_t value : {s.reach - 1, s.reach, last, last + 1, highest}) {
                 std::array<int32_t, 4> point = {30, 30, 30, 30};
                 point[i] = value;
                 EXPECT_EQ(s.compare(point[0], point[1], point[2], point[3], width, height, white.data(), black.data()) <
@@ -86,22 +78,24 @@ TEST(BlockMatch, SquaredDifferencesOfWholeAndKnownBlocks) {
     Plane mask_a(width * height, 1);
     Plane mask_b(width * height, 255);
     const auto compare = [&](int32_t x_b, int32_t y_b, int32_t size) {
-        return CompareBlock(30, 25, x_b, y_b, size, width - 1, height - 1, a[0].data(), a[1].data(), a[2].data(),
-                            b[0].data(), b[1].data(), b[2].data());
+        return call(CompareBlock, 30, 25, x_b, y_b, size, width - 1, height - 1, a, b);
     };
     const auto compare_known = [&](int32_t x_b, int32_t y_b, int32_t size, int32_t min_count) {
-        return CompareBlock_mask(30, 25, x_b, y_b, size, width - 1, height - 1, a[0].data(), a[1].data(), a[2].data(),
-                                 b[0].data(), b[1].data(), b[2].data(), mask_a.data(), mask_b.data(), min_count);
+        return call(CompareBlock_mask, 30, 25, x_b, y_b, size, width - 1, height - 1, a, b, mask_a, mask_b, min_count);
+    };
+    const auto squares = [&](int32_t x, int32_t y) {
+        int32_t sum = 0;
+        for (std::size_t plane = 0; plane < 3; ++plane) {
+            const int32_t difference = at(a[plane], 30 + x, 25 + y) - at(b[plane], 41 + x, 30 + y);
+            sum += difference * difference;
+        }
+        return sum;
     };
     // All numbers of columns beside the vector blocks.
     for (int32_t size = 2; size <= 50; ++size) {
         int32_t sum = 0;
         for (int32_t y = -(size / 2); y < size / 2; ++y)
-            for (int32_t x = -(size / 2); x < size / 2; ++x)
-                for (std::size_t plane = 0; plane < 3; ++plane) {
-                    const int32_t difference = at(a[plane], 30 + x, 25 + y) - at(b[plane], 41 + x, 30 + y);
-                    sum += difference * difference;
-                }
+            for (int32_t x = -(size / 2); x < size / 2; ++x) sum += squares(x, y);
         ASSERT_EQ(compare(41, 30, size), sum) << size;
         ASSERT_EQ(compare_known(41, 30, size, 0), sum) << size;
     }
@@ -128,12 +122,7 @@ TEST(BlockMatch, SquaredDifferencesOfWholeAndKnownBlocks) {
     // One pixel known: its difference stands for the block's 16.
     mask_a.assign(mask_a.size(), 0);
     mask_a[24 * width + 31] = 7;
-    int32_t squares = 0;
-    for (std::size_t plane = 0; plane < 3; ++plane) {
-        const int32_t difference = at(a[plane], 31, 24) - at(b[plane], 42, 29);
-        squares += difference * difference;
-    }
-    EXPECT_EQ(compare_known(41, 30, 4, 1), 16 * squares);
+    EXPECT_EQ(compare_known(41, 30, 4, 1), 16 * squares(1, -1));
     EXPECT_EQ(compare_known(41, 30, 4, 2), none);
     mask_b[29 * width + 42] = 0;
     EXPECT_EQ(compare_known(41, 30, 4, -5), none);
@@ -158,8 +147,8 @@ TEST(BlockMatch, SumsOfLargeBlocks) {
 }
 
 Place find_rgb(Place reference, Place start, int32_t search, const Plane &a, const Plane &b) {
-    xFindBlock_RGB(reference[0], reference[1], &start[0], &start[1], search, 99, width - 1, height - 1, a.data(),
-                   a.data(), a.data(), b.data(), b.data(), b.data());
+    call(xFindBlock_RGB, reference, &start[0], &start[1], search, 99, width - 1, height - 1, a.data(), a.data(),
+         a.data(), b.data(), b.data(), b.data());
     return start;
 }
 
@@ -246,8 +235,8 @@ TEST(BlockMatch, WideSearchesAreSequentialOnes) {
 
 Place match(Place reference, Place start, int32_t search, int32_t size, const Plane &a, const Plane &b,
             const Plane &alpha_a, const Plane &alpha_b) {
-    xMatchBlockAlf(reference[0], reference[1], &start[0], &start[1], search, size, width - 1, height - 1, a.data(),
-                   b.data(), alpha_a.data(), alpha_b.data());
+    call(xMatchBlockAlf, reference, &start[0], &start[1], search, size, width - 1, height - 1, a.data(), b.data(),
+         alpha_a.data(), alpha_b.data());
     return start;
 }
 
@@ -294,70 +283,57 @@ TEST(BlockMatch, WeightedSearchOfLargeBlocks) {
 }
 
 void compare_all(Workspace &w, decltype(xcompareblock) compare) {
-    const uint8_t *a = w.buffer(w.count());
-    const uint8_t *b = w.buffer(w.count());
+    const uint8_t *a = w.buffer();
+    const uint8_t *b = w.buffer();
     auto *costs = w.result<int32_t>(64);
     for (int i = 0; i < 64; ++i)
         costs[i] = compare(w.integer(0, w.width), w.integer(0, w.height), w.integer(0, w.width), w.integer(0, w.height),
                            w.width, w.height, a, b);
 }
 
-struct Planes {
-    uint8_t *a[3];
-    uint8_t *b[3];
-
-    explicit Planes(Workspace &w) {
-        for (uint8_t *&plane : a) plane = w.buffer(w.count());
-        for (uint8_t *&plane : b) plane = w.buffer(w.count());
-    }
-};
-
 const BulkCase cases[] = {
     {"xcompareblock16", [](Workspace &w) { compare_all(w, xcompareblock16); }},
     {"xcompareblock", [](Workspace &w) { compare_all(w, xcompareblock); }},
     {"CompareBlock",
      [](Workspace &w) {
-         const Planes p(w);
+         const auto planes = w.buffers<6>();
          auto *costs = w.result<int32_t>(64);
          for (int32_t size = 0; size < 64; ++size)
-             costs[size] = CompareBlock(w.width / 2, w.height / 2, w.integer(0, w.width), w.integer(0, w.height), size,
-                                        w.width - 1, w.height - 1, p.a[0], p.a[1], p.a[2], p.b[0], p.b[1], p.b[2]);
+             costs[size] = call(CompareBlock, w.width / 2, w.height / 2, w.integer(0, w.width), w.integer(0, w.height),
+                                size, w.bounds(), planes);
      }},
     {"CompareBlock_mask",
      [](Workspace &w) {
-         const Planes p(w);
-         const uint8_t *masks[2] = {w.buffer(w.count()), w.buffer(w.count())};
+         const auto planes = w.buffers<8>();
          auto *costs = w.result<int32_t>(64);
          for (int32_t size = 0; size < 64; ++size)
-             costs[size] = CompareBlock_mask(w.width / 2, w.height / 2, w.integer(0, w.width), w.integer(0, w.height),
-                                             size, w.width - 1, w.height - 1, p.a[0], p.a[1], p.a[2], p.b[0], p.b[1],
-                                             p.b[2], masks[0], masks[1], 9);
+             costs[size] = call(CompareBlock_mask, w.width / 2, w.height / 2, w.integer(0, w.width),
+                                w.integer(0, w.height), size, w.bounds(), planes, 9);
      }},
     {"xFindBlock_RGB",
      [](Workspace &w) {
-         const Planes p(w);
+         const auto planes = w.buffers<6>();
          auto *place = w.buffer<int32_t>(2);
          place[0] = w.integer(0, w.width - 1);
          place[1] = w.integer(0, w.height - 1);
-         xFindBlock_RGB(w.width / 2, w.height / 2, place, place + 1, w.integer(0, 90), 0, w.width - 1, w.height - 1,
-                        p.a[0], p.a[1], p.a[2], p.b[0], p.b[1], p.b[2]);
+         call(xFindBlock_RGB, w.width / 2, w.height / 2, place, place + 1, w.integer(0, 90), 0, w.bounds(), planes);
      }},
     {"xFindBlock_Channel",
      [](Workspace &w) {
-         const Planes p(w);
+         const auto planes = w.buffers<6>();
          auto *place = w.buffer<int32_t>(2);
          place[0] = w.width / 2;
          place[1] = w.height / 2;
-         xFindBlock_Channel(place, place + 1, w.integer(0, 200), 0, w.width - 1, w.height - 1, p.a[0], p.b[0]);
+         call(xFindBlock_Channel, place, place + 1, w.integer(0, 200), 0, w.bounds(), planes[0], planes[3]);
      }},
     {"xMatchBlockAlf",
      [](Workspace &w) {
-         const Planes p(w);
+         const auto planes = w.buffers<6>();
          auto *place = w.buffer<int32_t>(2);
          place[0] = w.integer(0, w.width - 1);
          place[1] = w.integer(0, w.height - 1);
-         xMatchBlockAlf(w.width / 2, w.height / 2, place, place + 1, w.integer(0, 90), w.integer(2, 40), w.width - 1,
-                        w.height - 1, p.a[0], p.b[0], p.a[1], p.b[1]);
+         call(xMatchBlockAlf, w.width / 2, w.height / 2, place, place + 1, w.integer(0, 90), w.integer(2, 40),
+              w.bounds(), planes[0], planes[3], planes[1], planes[4]);
      }},
 };
 

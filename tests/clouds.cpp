@@ -1,6 +1,5 @@
 #include "tavik/generators/generators.h"
 
-#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <vector>
@@ -20,8 +19,8 @@ constexpr int32_t y_max = 40;
 // A unit of x or z is a pixel 200 before this camera, and (0, 0) is pixel (30, 20).
 constexpr std::array<float, 5> camera = {5, -3, 2, 10, 7};
 
-std::vector<float> particle(float x, float depth, float z, float size, float opacity,
-                            std::array<float, 3> colour = {200, 300, -5}) {
+Floats particle(float x, float depth, float z, float size, float opacity,
+                std::array<float, 3> colour = {200, 300, -5}) {
     const float unread = 1e6F;
     return {camera[0] + x, camera[1] + depth, camera[2] + z, size,   opacity, unread, unread, unread, colour[0],
             colour[1],     colour[2],         unread,        unread, unread,  unread, unread, unread, unread};
@@ -32,14 +31,12 @@ template <class Sample> struct Planes {
 
     Planes() { planes.fill(std::vector<Sample>((x_max + 1) * (y_max + 1), 90)); }
 
-    void render(const std::vector<float> &particles, const std::array<float, 5> &from = camera) {
+    void render(const Floats &particles, const std::array<float, 5> &from = camera) {
         const auto count = static_cast<int32_t>(particles.size() / 18);
         if constexpr (std::is_same_v<Sample, float>)
-            xRenderCloud_float(particles.data(), from.data(), count, x_max, y_max, planes[0].data(), planes[1].data(),
-                               planes[2].data());
+            call(xRenderCloud_float, particles, from.data(), count, x_max, y_max, planes);
         else
-            xRenderCloud(particles.data(), from.data(), count, x_max, y_max, planes[0].data(), planes[1].data(),
-                         planes[2].data());
+            call(xRenderCloud, particles, from.data(), count, x_max, y_max, planes);
     }
 
     // The dab that a puff is, of colour (200, 255, 0).
@@ -50,8 +47,7 @@ template <class Sample> struct Planes {
             else
                 return FeatheredCircle_ppl;
         }();
-        export_of_type(cx, cy, 2 * radius, radius, 200, 255, 0, opacity, x_max, y_max, planes[0].data(),
-                       planes[1].data(), planes[2].data());
+        call(export_of_type, cx, cy, 2 * radius, radius, 200, 255, 0, opacity, x_max, y_max, planes);
     }
 
     bool operator==(const Planes &) const = default;
@@ -104,7 +100,7 @@ TEST(Clouds, APuffIsAProjectedDab) {
 
 // More puffs than one batch has, over each other.
 TEST(Clouds, PuffsCoverEachOtherInTheirOrder) {
-    std::vector<float> particles;
+    Floats particles;
     Planes<uint8_t> one_by_one;
     for (int32_t i = 0; i < 1500; ++i) {
         const auto shade = static_cast<float>(i % 256);
@@ -134,8 +130,7 @@ template <class Sample, auto Export> void render_in(Workspace &w) {
         p[3] = w.real(0, w.integer(0, 5) == 0 ? 300 : 20);
         p[8] = w.real(0, 255);
     }
-    float *from = w.floats(5, 1, 9);
-    Export(particles, from, count, w.width, w.height, planes[0], planes[1], planes[2]);
+    call(Export, particles, w.floats(5, 1, 9), count, w.size(), planes);
 }
 
 const BulkCase cases[] = {{"xRenderCloud", render_in<uint8_t, xRenderCloud>},

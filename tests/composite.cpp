@@ -3,9 +3,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <cstdint>
-#include <limits>
 #include <numeric>
 #include <string>
 #include <vector>
@@ -17,11 +15,6 @@
 using namespace tavik_test;
 
 namespace {
-
-using Bytes = std::vector<uint8_t>;
-
-constexpr int32_t lowest = std::numeric_limits<int32_t>::min();
-constexpr int32_t highest = std::numeric_limits<int32_t>::max();
 
 Bytes letters(const std::string &text) { return {text.begin(), text.end()}; }
 
@@ -66,23 +59,21 @@ TEST(Composite, MatteCoversWhereTheMaskIsSet) {
 }
 
 TEST(Composite, MatteOfEveryMaskAndSample) {
+    Bytes samples(3 * 65536);
+    Bytes mask(65536);
+    for (std::size_t i = 0; i < samples.size(); ++i) samples[i] = static_cast<uint8_t>(i / 3);
+    for (std::size_t i = 0; i < mask.size(); ++i) mask[i] = static_cast<uint8_t>(i >> 8);
+    uint32_t results = 0;
+    // Where products wrap around at 32 bits, too.
     for (const int32_t opacity : {0, 1, 100, 255, 256, 777, -300, 123456789, highest, lowest}) {
         for (const int32_t colour : {0, 200, 255, -7, 300, 70000}) {
-            Bytes row(3 * 65536);
-            Bytes mask(65536);
-            for (std::size_t i = 0; i < row.size(); ++i) row[i] = static_cast<uint8_t>(i / 3);
-            for (std::size_t i = 0; i < mask.size(); ++i) mask[i] = static_cast<uint8_t>(i >> 8);
+            Bytes row = samples;
             Matte_preview_helper(row.data(), mask.data(), 65536, 0, 65536, 0, colour, colour, colour, 0, opacity);
-            for (int64_t i = 0; i < 3 * 65536; ++i) {
-                const int64_t was = i / 3 % 256;
-                // The products wrap around at 32 bits.
-                const int64_t a = static_cast<int32_t>(i / 3 / 256 * opacity) >> 8;
-                const int64_t now = static_cast<int32_t>(was * (255 - a) + a * colour) >> 8;
-                const int64_t expected = i / 3 < 256 ? was : now & 255;
-                ASSERT_EQ(row[static_cast<std::size_t>(i)], expected) << i << ' ' << opacity << ' ' << colour;
-            }
+            EXPECT_TRUE(std::equal(row.begin(), row.begin() + 3 * 256, samples.begin())) << "without a mask";
+            results = folded(row, results);
         }
     }
+    EXPECT_EQ(results, 0xA036F764U);
 }
 
 TEST(Composite, OverlayWritesTheMiddleBytes) {
@@ -100,73 +91,40 @@ TEST(Composite, OverlayWritesTheMiddleBytes) {
     EXPECT_EQ(overlaid(0, highest, lowest, 0), Bytes(12, 99));
 }
 
-// Eighteen planes of images and three of results.
-class Skins {
-  public:
-    using Export = decltype(UnionSkin);
-
-    explicit Skins(std::size_t count) : size(count) {
-        for (std::size_t plane = 0; plane < planes.size(); ++plane) {
-            planes[plane].resize(count);
-            for (std::size_t i = 0; i < count; ++i)
-                planes[plane][i] = static_cast<uint8_t>((i * 31 + plane * 57) ^ i >> 5);
-        }
-    }
-    const Bytes &image(std::size_t number, std::size_t channel) const { return planes[3 * (number - 1) + channel - 1]; }
-    const Bytes &result(std::size_t channel) const { return planes[18 + channel - 1]; }
-
-    void add(Export skin, int32_t width, int32_t height, const std::array<float, 6> &w) {
-        std::apply([&](auto &...plane) { skin(width, height, w[0], w[1], w[2], w[3], w[4], w[5], plane.data()...); },
-                   planes);
-    }
-
-    std::size_t size;
-
-  private:
-    std::array<Bytes, 21> planes;
-};
-
+// Eighteen planes of images, each of one sample, and three of results.
 TEST(Composite, SkinsAddSixWeightedFramesInOrder) {
-    const std::array<float, 6> weights[] = {{0.1F, 0.15F, 0.25F, 0.2F, 0.17F, 0.13F},
-                                            {0, 0, 0, 0, 0, 0},
-                                            {1, 1, 1, 1, 1, 1},
-                                            {-1, 0.5F, 0, 0.3F, 0, 0.01F},
-                                            {1e8F, -1e8F, 0.7F, 0, 0, 0},
-                                            {1e30F, 0, 0, 0, 0, 0}};
-    for (const auto skin : {UnionSkin, UnionSkin_untinted}) {
-        for (const auto &w : weights) {
-            Skins skins(3000);
-            skins.add(skin, 100, 30, w);
-            for (std::size_t channel = 1; channel <= 3; ++channel) {
-                for (std::size_t i = 0; i < skins.size; ++i) {
-                    float sum = 0;
-                    for (std::size_t image = 1; image <= 6; ++image) {
-                        const bool tinted = skin == UnionSkin && channel == (image <= 3 ? 1U : 3U);
-                        const int value = skins.image(image, channel)[i] + (tinted ? 80 : 0);
-                        sum += w[image - 1] * static_cast<float>(std::min(value, 255));
-                    }
-                    const bool fits = std::abs(sum) < 2147483648.0F;
-                    ASSERT_EQ(skins.result(channel)[i], fits ? static_cast<int>(sum) & 255 : 0) << channel << ' ' << i;
-                }
+    struct Case {
+        std::array<float, 6> weights;
+        Bytes tinted, untinted;
+    };
+    for (const Case &c : {Case{{1, 0, 0, 0, 0, 0}, {85, 18, 31}, {5, 18, 31}},
+                          {{0, 1, 0, 0, 0, 0}, {124, 57, 70}, {44, 57, 70}},
+                          {{0, 0, 1, 0, 0, 0}, {163, 96, 109}, {83, 96, 109}},
+                          {{0, 0, 0, 1, 0, 0}, {122, 135, 228}, {122, 135, 148}},
+                          {{0, 0, 0, 0, 1, 0}, {161, 174, 255}, {161, 174, 187}},
+                          {{0, 0, 0, 0, 0, 1}, {200, 213, 255}, {200, 213, 226}},
+                          {{0.1F, 0.15F, 0.25F, 0.2F, 0.17F, 0.13F}, {145, 118, 162}, {105, 118, 131}},
+                          {{0, 0, 0, 0, 0, 0}, {0, 0, 0}, {0, 0, 0}},
+                          {{1, 1, 1, 1, 1, 1}, {87, 181, 180}, {103, 181, 3}},
+                          {{-1, 0.5F, 0, 0.3F, 0, 0.01F}, {15, 53, 74}, {55, 53, 50}},
+                          {{1e6F, -1e6F, 0.7F, 0, 0, 1}, {124, 88, 140}, {68, 88, 112}},
+                          {{1e30F, 0, 0, 0, 0, 0}, {0, 0, 0}, {0, 0, 0}}}) {
+        std::array<Bytes, 21> planes;
+        for (std::size_t plane = 0; plane < 21; ++plane)
+            planes[plane] = Bytes(66, static_cast<uint8_t>(plane < 18 ? 13 * plane + 5 : 99));
+        const auto added = [&](auto skin, int32_t width, int32_t height) {
+            call(skin, width, height, c.weights, planes);
+            for (std::size_t plane = 18; plane < 21; ++plane) {
+                EXPECT_EQ(planes[plane][64], planes[plane][0]);
+                EXPECT_EQ(planes[plane][65], 99) << "beyond the 13 × 5";
             }
-        }
+            return Bytes{planes[18][0], planes[19][0], planes[20][0]};
+        };
+        EXPECT_EQ(added(UnionSkin, 13, 5), c.tinted) << c.weights[0];
+        for (const auto &[width, height] : {std::array{0, 9}, {9, -1}, {65536, 65536}})
+            EXPECT_EQ(added(UnionSkin_untinted, width, height), c.tinted);
+        EXPECT_EQ(added(UnionSkin_untinted, 13, 5), c.untinted);
     }
-}
-
-TEST(Composite, SkinOfOneFrameAloneIsTintedByItsSide) {
-    Skins skins(256);
-    skins.add(UnionSkin, 16, 16, {1, 0, 0, 0, 0, 0});
-    for (std::size_t i = 0; i < 256; ++i) ASSERT_EQ(skins.result(1)[i], std::min(skins.image(1, 1)[i] + 80, 255));
-    EXPECT_EQ(skins.result(2), skins.image(1, 2));
-    EXPECT_EQ(skins.result(3), skins.image(1, 3));
-    const Bytes before = skins.result(1);
-    for (const auto &[width, height] : {std::array{0, 9}, {9, -1}, {65536, 65536}}) {
-        skins.add(UnionSkin, width, height, {0, 0, 0, 0, 0, 0});
-        EXPECT_EQ(skins.result(1), before);
-    }
-    skins.add(UnionSkin_untinted, 5, 3, {0, 0, 0, 0, 0, 0});
-    EXPECT_EQ(std::count(skins.result(2).begin(), skins.result(2).begin() + 15, 0), 15);
-    EXPECT_TRUE(std::equal(before.begin() + 15, before.end(), skins.result(1).begin() + 15));
 }
 
 TEST(Composite, SwapMovesTheBlockAtTheStartAndClipsItAtTheEnd) {
@@ -204,7 +162,6 @@ TEST(Composite, FixedAspectDrawsInsideItsFrame) {
         float scale;
         std::string drawn;
     };
-    constexpr float infinity = std::numeric_limits<float>::infinity();
     const Case cases[] = {
         {{6, 4, 0, 0}, 1, "abc---efg---------######"},
         {{6, 4, 2, 1}, 1, "--------abc---efg-######"},
@@ -224,7 +181,7 @@ TEST(Composite, FixedAspectDrawsInsideItsFrame) {
         {{3, 3, -1, -1}, 1, "fg----###"},
         {{3, 3, 0, 0}, 0, "------###"},
         {{3, 3, 1, 1}, infinity, "aaaaaa###"},
-        {{3, 3, 1, 1}, std::numeric_limits<float>::quiet_NaN(), "------###"},
+        {{3, 3, 1, 1}, no_number, "------###"},
         {{3, 1, 0, 0}, 1, "###"},
         {{3, 0, 0, 0}, 1, ""},
         {{-3, 5, 0, 0}, 1, "####"},
@@ -233,23 +190,19 @@ TEST(Composite, FixedAspectDrawsInsideItsFrame) {
     const Bytes src = letters("abcdefghijkl");
     for (const Case &c : cases) {
         SCOPED_TRACE(&c - cases);
-        std::array<Bytes, 3> sources;
-        std::array<Bytes, 3> results;
-        std::array<Bytes, 3> expected;
-        for (std::size_t channel = 0; channel < 3; ++channel) {
-            sources[channel] = src;
-            for (uint8_t &sample : sources[channel]) sample = static_cast<uint8_t>(sample - 32 * channel);
-            results[channel] = Bytes(c.drawn.size(), '#');
-            for (const char sample : c.drawn) {
-                const bool drawn = sample >= 'a';
-                const char fill = "-+*"[channel];
-                expected[channel].push_back(static_cast<uint8_t>(
-                    sample == '-' ? fill : (drawn ? sample - 32 * static_cast<int>(channel) : sample)));
-            }
+        Planes sources;
+        Planes results = planes_of(c.drawn.size(), '#');
+        Planes expected;
+        // Lower case, upper case and signs.
+        for (int channel = 0; channel < 3; ++channel) {
+            const auto k = static_cast<std::size_t>(channel);
+            for (const uint8_t sample : src) sources[k].push_back(static_cast<uint8_t>(sample - 32 * channel));
+            for (const char sample : c.drawn)
+                expected[k].push_back(
+                    static_cast<uint8_t>(sample == '-' ? "-+*"[channel] : sample - (sample >= 'a' ? 32 * channel : 0)));
         }
         const auto &[width, height, x, y] = c.width_height_x_y;
-        FixedAspectBlit(4, 3, width, height, x, y, c.scale, '-', 256 + '+', '*' - 512, results[0].data(),
-                        results[1].data(), results[2].data(), sources[0].data(), sources[1].data(), sources[2].data());
+        call(FixedAspectBlit, 4, 3, width, height, x, y, c.scale, '-', 256 + '+', '*' - 512, results, sources);
         EXPECT_EQ(results, expected);
     }
 }
@@ -257,7 +210,7 @@ TEST(Composite, FixedAspectDrawsInsideItsFrame) {
 // White under a whole mask, faded over the checkerboard.
 struct Fade {
     int32_t width, height;
-    std::array<Bytes, 3> results;
+    Planes results;
 
     Fade(int32_t image_width, int32_t image_height, std::array<int32_t, 4> points, uint8_t mask = 255,
          uint8_t sample = 255)
@@ -266,8 +219,7 @@ struct Fade {
         results.fill(Bytes(count, 99));
         const Bytes src(count, sample);
         const Bytes masks(count, mask);
-        xLinearAlphaFadePreview(width, height, points[0], points[1], points[2], points[3], src.data(), src.data(),
-                                src.data(), masks.data(), results[0].data(), results[1].data(), results[2].data());
+        call(xLinearAlphaFadePreview, width, height, points, src.data(), src.data(), src.data(), masks, results);
         EXPECT_EQ(results[1], results[0]);
         EXPECT_EQ(results[2], results[0]);
     }
@@ -337,7 +289,7 @@ TEST(Composite, AccumulatorsWrapAroundIn16Bits) {
     std::array<std::vector<int16_t>, 3> acc;
     acc.fill({5, -1, 32767, 100});
     const auto add = [&](int32_t width, int32_t height) {
-        xAccumulate(width, height, src.data(), src.data(), src.data(), acc[0].data(), acc[1].data(), acc[2].data());
+        call(xAccumulate, width, height, src.data(), src.data(), src.data(), acc);
     };
     add(3, 1);
     for (const auto &sums : acc) EXPECT_EQ(sums, (std::vector<int16_t>{5, 0, -32569, 100}));
@@ -353,16 +305,14 @@ TEST(Composite, AccumulatorsWrapAroundIn16Bits) {
         {65535, {1, 0, -199, -254}}, {32767, {1, -32768, -199, 32514}}, {200, {1, 201, -25535, -14535}}};
     for (const Case &c : cases) {
         acc.fill({1, 1, 1, 1});
-        xAccumulate3d(2, 2, c.weight, src.data(), src.data(), src.data(), acc[0].data(), acc[1].data(), acc[2].data());
+        call(xAccumulate3d, 2, 2, c.weight, src.data(), src.data(), src.data(), acc);
         for (const auto &sums : acc) EXPECT_EQ(sums, c.sums) << c.weight;
     }
 }
 
 void expect_quotients(const std::vector<int16_t> &sums, int32_t divisor) {
-    std::array<Bytes, 3> dst;
-    dst.fill(Bytes(sums.size()));
-    xAccumulate_finish(divisor, static_cast<int32_t>(sums.size()), 1, sums.data(), sums.data(), sums.data(),
-                       dst[0].data(), dst[1].data(), dst[2].data());
+    Planes dst = planes_of(sums.size());
+    call(xAccumulate_finish, divisor, static_cast<int32_t>(sums.size()), 1, sums.data(), sums.data(), sums.data(), dst);
     for (std::size_t i = 0; i < sums.size(); ++i)
         ASSERT_EQ(dst[0][i], sums[i] / int64_t{divisor} & 255) << sums[i] << " / " << divisor;
     EXPECT_EQ(dst[1], dst[0]);
@@ -391,43 +341,34 @@ TEST(Composite, QuotientsStepAtTheMultiplesOfEveryDivisor) {
     }
 }
 
-void skins_of_random_frames(Workspace &w, Skins::Export skin) {
+template <auto Export> void skins_of_random_frames(Workspace &w) {
     std::array<float, 6> weights;
     for (float &weight : weights) weight = w.real(-0.3F, 0.7F);
-    std::array<uint8_t *, 18> images;
-    for (uint8_t *&image : images) image = w.buffer(w.count());
-    const std::array<uint8_t *, 3> dst = {w.result_of(images[0], w.count()), w.result_of(images[10], w.count()),
-                                          w.result_of(images[17], w.count())};
-    std::apply(
-        [&](auto... plane) {
-            skin(w.width, w.height, weights[0], weights[1], weights[2], weights[3], weights[4], weights[5], plane...,
-                 dst[0], dst[1], dst[2]);
-        },
-        images);
+    const auto images = w.buffers<18>();
+    call(Export, w.size(), weights, images, w.results_of(std::array{images[0], images[10], images[17]}, w.count()));
 }
 
 void matte(Workspace &w) {
     // Two columns before the picture and three behind it, whose pixels and mask do not exist.
     const auto columns = static_cast<int32_t>(w.count());
     uint8_t *row = w.buffer(3 * w.count());
-    const uint8_t *mask = w.buffer(w.count());
+    const uint8_t *mask = w.buffer();
     const int32_t opacity = w.integer(-300, 600);
     Matte_preview_helper(row, mask, columns + 5, -2, columns, -2, w.integer(0, 255), w.integer(0, 255),
                          w.integer(-99, 999), -6, opacity);
 }
 
 void overlay_rows(Workspace &w) {
-    const uint8_t *a = w.buffer(w.count());
-    const uint8_t *b = w.buffer(w.count());
+    const uint8_t *a = w.buffer();
+    const uint8_t *b = w.buffer();
     // From the middle byte of the first pixel to that of the last.
-    uint8_t *row = w.buffer(3 * w.count() - 2);
-    alpha_overlay_helper(-1, 0, 0, static_cast<int32_t>(w.count()) - 1, a, b, row, w.integer(0, 1));
+    alpha_overlay_helper(-1, 0, 0, static_cast<int32_t>(w.count()) - 1, a, b, w.buffer(3 * w.count() - 2),
+                         w.integer(0, 1));
 }
 
 void swap(Workspace &w) {
     const int32_t x = w.width / 3;
-    uint8_t *plane = w.buffer(w.count());
-    xSwapBlit(w.width, w.height, x, -1, w.width, w.height, plane, w.buffer(w.count() - static_cast<std::size_t>(x)));
+    call(xSwapBlit, w.size(), x, -1, w.size(), w.buffer(), w.buffer(w.count() - static_cast<std::size_t>(x)));
 }
 
 void fit(Workspace &w) {
@@ -436,52 +377,29 @@ void fit(Workspace &w) {
     const int32_t src_height = w.height / 2 + 2;
     // The last row and the last sample of the row before it are never read.
     const auto samples = static_cast<std::size_t>(src_width * (src_height - 1) - 1);
-    const uint8_t *src[3] = {w.buffer(samples), w.buffer(samples), w.buffer(samples)};
-    uint8_t *dst[3] = {w.result(w.count()), w.result(w.count()), w.result(w.count())};
-    FixedAspectBlit(src_width, src_height, w.width, height, w.integer(-3, 9), w.integer(-3, 9), w.real(0.3F, 2.5F), 1,
-                    2, 3, dst[0], dst[1], dst[2], src[0], src[1], src[2]);
+    call(FixedAspectBlit, src_width, src_height, w.width, height, w.integer(-3, 9), w.integer(-3, 9),
+         w.real(0.3F, 2.5F), 1, 2, 3, w.results(), w.buffers(samples));
 }
 
 void fade(Workspace &w) {
-    uint8_t *src[3] = {w.buffer(w.count()), w.buffer(w.count()), w.buffer(w.count())};
-    const uint8_t *mask = w.buffer(w.count());
-    uint8_t *dst[3] = {w.result_of(src[0], w.count()), w.result_of(src[1], w.count()), w.result_of(src[2], w.count())};
-    xLinearAlphaFadePreview(w.width, w.height, w.integer(-20, 20), w.integer(-20, 20), w.integer(30, 600),
-                            w.integer(-300, 300), src[0], src[1], src[2], mask, dst[0], dst[1], dst[2]);
-}
-
-template <class Call> void on_accumulators(Workspace &w, const Call &call) {
-    uint8_t *planes[3] = {w.buffer(w.count()), w.buffer(w.count()), w.buffer(w.count())};
-    int16_t *acc[3] = {w.buffer<int16_t>(w.count()), w.buffer<int16_t>(w.count()), w.buffer<int16_t>(w.count())};
-    call(planes, acc);
+    const auto src = w.buffers();
+    call(xLinearAlphaFadePreview, w.size(), w.integer(-20, 20), w.integer(-20, 20), w.integer(30, 600),
+         w.integer(-300, 300), src, w.buffer(), w.results_of(src));
 }
 
 const BulkCase cases[] = {
     {"Matte_preview_helper", matte},
     {"alpha_overlay_helper", overlay_rows},
-    {"UnionSkin", [](Workspace &w) { skins_of_random_frames(w, UnionSkin); }, true},
-    {"UnionSkin_untinted", [](Workspace &w) { skins_of_random_frames(w, UnionSkin_untinted); }, true},
+    {"UnionSkin", skins_of_random_frames<UnionSkin>, true},
+    {"UnionSkin_untinted", skins_of_random_frames<UnionSkin_untinted>, true},
     {"xSwapBlit", swap},
     {"FixedAspectBlit", fit},
     {"xLinearAlphaFadePreview", fade, true},
-    {"xAccumulate",
-     [](Workspace &w) {
-         on_accumulators(w, [&](uint8_t *src[3], int16_t *acc[3]) {
-             xAccumulate(w.width, w.height, src[0], src[1], src[2], acc[0], acc[1], acc[2]);
-         });
-     }},
+    {"xAccumulate", [](Workspace &w) { call(xAccumulate, w.size(), w.buffers(), w.buffers<3, int16_t>()); }},
     {"xAccumulate3d",
-     [](Workspace &w) {
-         on_accumulators(w, [&](uint8_t *src[3], int16_t *acc[3]) {
-             xAccumulate3d(w.width, w.height, w.integer(-999, 999), src[0], src[1], src[2], acc[0], acc[1], acc[2]);
-         });
-     }},
+     [](Workspace &w) { call(xAccumulate3d, w.size(), w.integer(-999, 999), w.buffers(), w.buffers<3, int16_t>()); }},
     {"xAccumulate_finish",
-     [](Workspace &w) {
-         on_accumulators(w, [&](uint8_t *dst[3], int16_t *acc[3]) {
-             xAccumulate_finish(w.integer(1, 99), w.width, w.height, acc[0], acc[1], acc[2], dst[0], dst[1], dst[2]);
-         });
-     }},
+     [](Workspace &w) { call(xAccumulate_finish, w.integer(1, 99), w.size(), w.buffers<3, int16_t>(), w.results()); }},
 };
 
 const BulkFamily family("Composite", cases);

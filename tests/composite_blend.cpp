@@ -6,7 +6,6 @@
 #include <cmath>
 #include <cstdint>
 #include <functional>
-#include <limits>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -16,11 +15,6 @@
 using namespace tavik_test;
 
 namespace {
-
-using Bytes = std::vector<uint8_t>;
-
-constexpr int32_t lowest = std::numeric_limits<int32_t>::min();
-constexpr int32_t highest = std::numeric_limits<int32_t>::max();
 
 const auto k = std::bit_cast<float>(0x3B808081);
 
@@ -181,21 +175,15 @@ struct TwoPlanes {
 std::vector<TwoPlanes> every_export() {
     static const Bytes masks(4096, 90);
     std::vector<TwoPlanes> exports = {
-        {"xCombineAdd",
-         [](int32_t w, int32_t h, const uint8_t *src, uint8_t *dst) { xCombineAdd(w - 1, h - 1, src, dst, dst); }},
-        {"xCombineSub",
-         [](int32_t w, int32_t h, const uint8_t *src, uint8_t *dst) { xCombineSub(w - 1, h - 1, dst, src, dst); }},
-        {"xBlend", [](int32_t w, int32_t h, const uint8_t *src, uint8_t *dst) { xBlend(w - 1, h - 1, 100, src, dst); }},
-        {"xBlend2", [](int32_t w, int32_t h, const uint8_t *src,
-                       uint8_t *dst) { xBlend2(w - 1, h - 1, 100, masks.data(), src, dst); }},
-        {"Overlay_channel",
-         [](int32_t w, int32_t h, const uint8_t *src, uint8_t *dst) { Overlay_channel(dst, src, masks.data(), w, h); }},
+        {"xCombineAdd", [](auto w, auto h, auto src, auto dst) { xCombineAdd(w - 1, h - 1, src, dst, dst); }},
+        {"xCombineSub", [](auto w, auto h, auto src, auto dst) { xCombineSub(w - 1, h - 1, dst, src, dst); }},
+        {"xBlend", [](auto w, auto h, auto src, auto dst) { xBlend(w - 1, h - 1, 100, src, dst); }},
+        {"xBlend2", [](auto w, auto h, auto src, auto dst) { xBlend2(w - 1, h - 1, 100, masks.data(), src, dst); }},
+        {"Overlay_channel", [](auto w, auto h, auto src, auto dst) { Overlay_channel(dst, src, masks.data(), w, h); }},
         {"Overlay_channel's mask",
-         [](int32_t w, int32_t h, const uint8_t *src, uint8_t *dst) { Overlay_channel(dst, masks.data(), src, w, h); }},
-        {"AlphaBlit",
-         [](int32_t w, int32_t h, const uint8_t *src, uint8_t *dst) { AlphaBlit(w, h, src, dst, masks.data()); }},
-        {"AlphaBlit's alpha",
-         [](int32_t w, int32_t h, const uint8_t *src, uint8_t *dst) { AlphaBlit(w, h, masks.data(), dst, src); }},
+         [](auto w, auto h, auto src, auto dst) { Overlay_channel(dst, masks.data(), src, w, h); }},
+        {"AlphaBlit", [](auto w, auto h, auto src, auto dst) { AlphaBlit(w, h, src, dst, masks.data()); }},
+        {"AlphaBlit's alpha", [](auto w, auto h, auto src, auto dst) { AlphaBlit(w, h, masks.data(), dst, src); }},
     };
     for (const LayerCase &mode : layer_modes) exports.push_back({mode.name, mode.blend});
     return exports;
@@ -241,42 +229,26 @@ TEST(CompositeBlend, EachSizeHandlesItsElements) {
     }
 }
 
-template <auto Export> void on_layer(Workspace &w) {
-    const uint8_t *layer = w.buffer(w.count());
-    Export(w.width, w.height, layer, w.buffer(w.count()));
-}
+template <auto Export> void on_layer(Workspace &w) { call(Export, w.size(), w.buffer(), w.buffer()); }
 
 template <auto Export> void on_two(Workspace &w) {
-    uint8_t *a = w.buffer(w.count());
-    const uint8_t *b = w.buffer(w.count());
-    Export(w.width - 1, w.height - 1, a, b, w.result_of(a, w.count()));
+    uint8_t *a = w.buffer();
+    call(Export, w.bounds(), a, w.buffer(), w.result_of(a));
 }
 
 void mix_two(Workspace &w) {
-    const uint8_t *a = w.buffer(w.count());
-    uint8_t *b = w.buffer(w.count());
-    xBlend2(w.width - 1, w.height - 1, w.integer(-300, 600), a, b, w.result_of(b, w.count()));
+    const uint8_t *a = w.buffer();
+    uint8_t *b = w.buffer();
+    call(xBlend2, w.bounds(), w.integer(-300, 600), a, b, w.result_of(b));
 }
 
 const BulkCase cases[] = {
     {"xCombineAdd", on_two<xCombineAdd>, true},
     {"xCombineSub", on_two<xCombineSub>, true},
-    {"xBlend",
-     [](Workspace &w) {
-         const uint8_t *src = w.buffer(w.count());
-         xBlend(w.width - 1, w.height - 1, w.integer(0, 255), src, w.buffer(w.count()));
-     }},
+    {"xBlend", [](Workspace &w) { call(xBlend, w.bounds(), w.integer(0, 255), w.buffer(), w.buffer()); }},
     {"xBlend2", mix_two, true},
-    {"Overlay_channel",
-     [](Workspace &w) {
-         uint8_t *planes[3] = {w.buffer(w.count()), w.buffer(w.count()), w.buffer(w.count())};
-         Overlay_channel(planes[0], planes[1], planes[2], w.width, w.height);
-     }},
-    {"AlphaBlit",
-     [](Workspace &w) {
-         uint8_t *planes[3] = {w.buffer(w.count()), w.buffer(w.count()), w.buffer(w.count())};
-         AlphaBlit(w.width, w.height, planes[0], planes[1], planes[2]);
-     }},
+    {"Overlay_channel", [](Workspace &w) { call(Overlay_channel, w.buffers(), w.width, w.height); }},
+    {"AlphaBlit", [](Workspace &w) { call(AlphaBlit, w.width, w.height, w.buffers()); }},
     {"xcombineSoftLight", on_layer<xcombineSoftLight>},
     {"xcombineHardLight", on_layer<xcombineHardLight>},
     {"xcombineColorDodge", on_layer<xcombineColorDodge>},

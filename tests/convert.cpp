@@ -3,7 +3,6 @@
 #include <array>
 #include <cstdint>
 #include <cstring>
-#include <limits>
 #include <numeric>
 #include <random>
 #include <vector>
@@ -16,13 +15,8 @@ using namespace tavik_test;
 
 namespace {
 
-using Bytes = std::vector<uint8_t>;
-
-constexpr float infinity = std::numeric_limits<float>::infinity();
-constexpr float nan = std::numeric_limits<float>::quiet_NaN();
-
 TEST(Convert, ColoursPackAndUnpack) {
-    EXPECT_EQ(GDIP_ColorToARGB(255, 0, 0, 0), std::numeric_limits<int32_t>::min() + 0x7F000000);
+    EXPECT_EQ(GDIP_ColorToARGB(255, 0, 0, 0), lowest + 0x7F000000);
     EXPECT_EQ(GDIP_ColorToARGB(1, 2, 3, 4), 0x01020304);
     EXPECT_EQ(GDIP_ColorToARGB(0, 256, 0, 0), 0x01000000);
     EXPECT_EQ(GDIP_ColorToARGB(0, 0, 0, -1), -1);
@@ -38,8 +32,8 @@ TEST(Convert, ShiftsTakeTheirCountModulo32) {
     EXPECT_EQ(xshiftR(-8, 33), -4);
     EXPECT_EQ(xshiftR(-1, -1), -1);
     EXPECT_EQ(xshiftL(1, 33), 2);
-    EXPECT_EQ(xshiftL(1, 31), std::numeric_limits<int32_t>::min());
-    EXPECT_EQ(xshiftL(3, -1), std::numeric_limits<int32_t>::min());
+    EXPECT_EQ(xshiftL(1, 31), lowest);
+    EXPECT_EQ(xshiftL(3, -1), lowest);
 }
 
 TEST(Convert, RawMemory) {
@@ -76,12 +70,15 @@ TEST(Convert, FloatsTruncateOrClamp) {
         int low_byte, clamped;
     };
     const Case cases[] = {
-        {0.0F, 0, 0},      {0.999F, 0, 0},     {254.999F, 254, 254}, {255.0F, 255, 255},     {256.7F, 0, 255},
-        {300.0F, 44, 255}, {-0.5F, 0, 0},      {-1.0F, 255, 0},      {-3.5F, 253, 0},        {3e9F, 0, 255},
-        {-3e9F, 0, 0},     {infinity, 0, 255}, {-infinity, 0, 0},    {nan, 0, 255},          {2147483520.0F, 128, 255},
-        {-nan, 0, 255},    {1e-40F, 0, 0},     {-0.0F, 0, 0},        {-2147483648.0F, 0, 0},
+        {0.0F, 0, 0},           {0.999F, 0, 0},      {254.999F, 254, 254},
+        {255.0F, 255, 255},     {256.7F, 0, 255},    {300.0F, 44, 255},
+        {-0.5F, 0, 0},          {-1.0F, 255, 0},     {-3.5F, 253, 0},
+        {3e9F, 0, 255},         {-3e9F, 0, 0},       {infinity, 0, 255},
+        {-infinity, 0, 0},      {no_number, 0, 255}, {2147483520.0F, 128, 255},
+        {-no_number, 0, 255},   {1e-40F, 0, 0},      {-0.0F, 0, 0},
+        {-2147483648.0F, 0, 0},
     };
-    std::vector<float> src;
+    Floats src;
     for (const Case &c : cases) src.push_back(c.value);
     const auto count = static_cast<int32_t>(src.size());
     Bytes low(src.size());
@@ -100,7 +97,7 @@ TEST(Convert, FloatsTruncateOrClamp) {
 TEST(Convert, PlanesWidenAndNarrow) {
     Bytes all(256);
     std::iota(all.begin(), all.end(), uint8_t{0});
-    std::vector<float> floats(256);
+    Floats floats(256);
     std::vector<int32_t> longs(256);
     char_to_float(64, 4, all.data(), floats.data());
     char_to_long(64, 4, all.data(), longs.data());
@@ -135,9 +132,8 @@ TEST(Convert, BitmapsLeaveTheLastColumn) {
     EXPECT_EQ(bitmap, (std::vector<uint32_t>{0x010B15, 0x020C16, 0x030D17, 0xFFFFFFFF, 0xFFFFFFFF, 0x050F19, 0x06101A,
                                              0x07111B, 0xFFFFFFFF, 0xFFFFFFFF}));
     for (uint32_t &pixel : bitmap) pixel |= 0xAB000000;
-    std::array<Bytes, 3> planes;
-    planes.fill(Bytes(8, 99));
-    bbytes_to_RGB(3, 2, 5, 77, planes[0].data(), planes[1].data(), planes[2].data(), bitmap.data());
+    Planes planes = planes_of(8, 99);
+    call(bbytes_to_RGB, 3, 2, 5, 77, planes, bitmap);
     EXPECT_EQ(planes[0], (Bytes{1, 2, 3, 99, 5, 6, 7, 99}));
     EXPECT_EQ(planes[1], (Bytes{11, 12, 13, 99, 15, 16, 17, 99}));
     EXPECT_EQ(planes[2], (Bytes{21, 22, 23, 99, 25, 26, 27, 99}));
@@ -150,13 +146,12 @@ TEST(Convert, QuadsCarryTheMean) {
     Bytes quads(20, 99);
     LongRGBV_to_RGB_array(r.data(), g.data(), b.data(), quads.data(), 1, 1);
     EXPECT_EQ(quads, (Bytes{255, 255, 254, 254, 0, 0, 2, 0, 1, 1, 1, 1, 10, 20, 33, 21, 99, 99, 99, 99}));
-    std::array<Bytes, 3> planes;
-    planes.fill(Bytes(5, 99));
-    Long_to_RGBV_array(planes[0].data(), planes[1].data(), planes[2].data(), quads.data(), 3, 0);
+    Planes planes = planes_of(5, 99);
+    call(Long_to_RGBV_array, planes, quads, 3, 0);
     EXPECT_EQ(planes[0], (Bytes{255, 0, 1, 10, 99}));
     EXPECT_EQ(planes[1], (Bytes{255, 0, 1, 20, 99}));
     EXPECT_EQ(planes[2], (Bytes{254, 2, 1, 33, 99}));
-    Long_to_RGBV_array(planes[0].data(), planes[1].data(), planes[2].data(), quads.data(), -1, 3);
+    call(Long_to_RGBV_array, planes, quads, -1, 3);
     EXPECT_EQ(planes[0][0], 255);
 }
 
@@ -210,11 +205,6 @@ TEST_F(SetValue, SeesEarlierResultsWherePlanesOverlapPartly) {
     for (std::size_t i = 0; i <= 1000; ++i) ASSERT_EQ(red[i], i & 255);
 }
 
-template <auto Export, class From, class To> void convert_plane(Workspace &w) {
-    From *src = w.buffer<From>(w.count());
-    Export(w.width, w.height, src, w.buffer<To>(w.count()));
-}
-
 // Results of 16 MiB and more go past the caches, from wherever in a line they begin.
 TEST(Convert, LargeResultsAreThoseOfTheirRows) {
     constexpr int32_t width = 2100;
@@ -247,37 +237,35 @@ TEST(Convert, LargeResultsAreThoseOfTheirRows) {
     });
 }
 
-void narrow_ordinary_floats(Workspace &w) {
-    float *src = w.floats(w.count(), -600, 900);
-    float_to_char(w.width, w.height, src, w.buffer(w.count()));
+template <auto Export, class From, class To> void convert_plane(Workspace &w) {
+    From *src = w.buffer<From>();
+    call(Export, w.size(), src, w.buffer<To>());
 }
+
+void narrow_ordinary_floats(Workspace &w) { call(float_to_char, w.size(), w.floats(w.count(), -600, 900), w.buffer()); }
 
 void pack_bitmap(Workspace &w) {
     // The last sample of a plane's last row, and what lies behind the bitmap's last pixel, are not the call's.
     const std::size_t samples = w.count() + static_cast<std::size_t>(w.height) - 1;
     const int32_t stride = w.width + 3;
     const auto pixels = static_cast<std::size_t>(stride * w.height - 3);
-    uint8_t *planes[3] = {w.buffer(samples), w.buffer(samples), w.buffer(samples)};
-    RGB_to_bbytes(w.width, w.height, stride, 0, planes[0], planes[1], planes[2], w.buffer<uint32_t>(pixels));
+    call(RGB_to_bbytes, w.size(), stride, 0, w.buffers(samples), w.buffer<uint32_t>(pixels));
 }
 
 void unpack_bitmap(Workspace &w) {
     const std::size_t samples = w.count() + static_cast<std::size_t>(w.height) - 1;
-    uint8_t *planes[3] = {w.buffer(samples), w.buffer(samples), w.buffer(samples)};
-    bbytes_to_RGB(w.width, w.height, w.width, 0, planes[0], planes[1], planes[2], w.buffer<uint32_t>(w.count()));
+    call(bbytes_to_RGB, w.size(), w.width, 0, w.buffers(samples), w.buffer<uint32_t>());
 }
 
 void set_value(Workspace &w) {
-    uint8_t *src[3] = {w.buffer(w.count()), w.buffer(w.count()), w.buffer(w.count())};
-    uint8_t *dst[3] = {w.result_of(src[0], w.count()), w.result_of(src[1], w.count()), w.result_of(src[2], w.count())};
-    const uint8_t *table = w.buffer(256);
-    NewSetValue(src[0], src[1], src[2], dst[0], dst[1], dst[2], table, w.buffer<int32_t>(768), w.width, w.height);
+    const auto src = w.buffers();
+    call(NewSetValue, src, w.results_of(src), w.buffer(256), w.buffer<int32_t>(768), w.size());
 }
 
 const BulkCase cases[] = {
     {"SetFloat",
-     [](Workspace &w) { SetFloat(static_cast<int32_t>(w.count()), w.integer(-9, 9), w.buffer<int32_t>(w.count())); }},
-    {"xFillBuff", [](Workspace &w) { xFillBuff(w.width, w.height, w.integer(-9, 9), w.buffer<int32_t>(w.count())); }},
+     [](Workspace &w) { SetFloat(static_cast<int32_t>(w.count()), w.integer(-9, 9), w.buffer<int32_t>()); }},
+    {"xFillBuff", [](Workspace &w) { xFillBuff(w.width, w.height, w.integer(-9, 9), w.buffer<int32_t>()); }},
     {"char_to_float", convert_plane<char_to_float, uint8_t, float>},
     {"float_to_char", convert_plane<float_to_char, float, uint8_t>},
     {"float_to_char_ordinary", narrow_ordinary_floats},
@@ -287,15 +275,9 @@ const BulkCase cases[] = {
     {"RGB_to_bbytes", pack_bitmap},
     {"bbytes_to_RGB", unpack_bitmap},
     {"LongRGBV_to_RGB_array",
-     [](Workspace &w) {
-         uint8_t *planes[3] = {w.buffer(w.count()), w.buffer(w.count()), w.buffer(w.count())};
-         LongRGBV_to_RGB_array(planes[0], planes[1], planes[2], w.buffer(4 * w.count()), w.width - 1, w.height - 1);
-     }},
+     [](Workspace &w) { call(LongRGBV_to_RGB_array, w.buffers(), w.buffer(4 * w.count()), w.bounds()); }},
     {"Long_to_RGBV_array",
-     [](Workspace &w) {
-         uint8_t *planes[3] = {w.buffer(w.count()), w.buffer(w.count()), w.buffer(w.count())};
-         Long_to_RGBV_array(planes[0], planes[1], planes[2], w.buffer(4 * w.count()), w.width - 1, w.height - 1);
-     }},
+     [](Workspace &w) { call(Long_to_RGBV_array, w.buffers(), w.buffer(4 * w.count()), w.bounds()); }},
     {"NewSetValue", set_value, true},
 };
 

@@ -4,8 +4,6 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
-#include <numeric>
-#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -16,15 +14,12 @@ using namespace tavik_test;
 
 namespace {
 
-using Bytes = std::vector<uint8_t>;
-using Planes = std::array<Bytes, 3>;
-
 // 3 × 3 thresholds; the fourth byte of each row is not the matrix's.
 constexpr std::array<uint8_t, 12> matrix = {0, 10, 20, 255, 30, 50, 40, 255, 5, 15, 25, 255};
 
 // Cube colour i as (i, 255 − i, 7i), so that every index shows.
 struct Palette {
-    Planes tables = {Bytes(216), Bytes(216), Bytes(216)};
+    Planes tables = planes_of(216);
     Palette() {
         for (std::size_t i = 0; i < 216; ++i) {
             tables[0][i] = static_cast<uint8_t>(i);
@@ -39,7 +34,7 @@ int quantised(int value, int threshold) { return value / 51 + (value % 51 > thre
 TEST(Dither, OrderedCubeQuantisesEveryValueAgainstEveryThreshold) {
     const Palette palette;
     // 256 rows of 3 columns repeat the matrix; row y has the channel values y, 255 − y and 3y.
-    Planes planes = {Bytes(768), Bytes(768), Bytes(768)};
+    Planes planes = planes_of(768);
     for (std::size_t i = 0; i < 768; ++i) {
         const std::size_t y = i / 3;
         planes[0][i] = static_cast<uint8_t>(y);
@@ -51,8 +46,7 @@ TEST(Dither, OrderedCubeQuantisesEveryValueAgainstEveryThreshold) {
         std::array<uint8_t, 12> turned;
         for (std::size_t i = 0; i < turned.size(); ++i) turned[i] = matrix[(i + 4 * turn) % matrix.size()];
         Planes dithered = planes;
-        x8BitOrderedDither(3, 0, 256, dithered[0].data(), dithered[1].data(), dithered[2].data(), turned.data(),
-                           palette.tables[0].data(), palette.tables[1].data(), palette.tables[2].data());
+        call(x8BitOrderedDither, 3, 0, 256, dithered, turned.data(), palette.tables);
         for (std::size_t i = 0; i < 768; ++i) {
             const int threshold = turned[i / 3 % 3 * 4 + i % 3];
             const int colour = quantised(planes[0][i], threshold) + 6 * quantised(planes[1][i], threshold) +
@@ -68,12 +62,10 @@ TEST(Dither, CubeDithersOnlyTheBand) {
     const Palette palette;
     const auto &[pal_r, pal_g, pal_b] = palette.tables;
     for (const auto &[y_start, y_end] : {std::array{1, 3}, std::array{2, 2}, std::array{3, 1}, std::array{0, 4}}) {
-        Planes ordered = {Bytes(40, 99), Bytes(40, 99), Bytes(40, 99)};
+        Planes ordered = planes_of(40, 99);
         Planes random = ordered;
-        x8BitOrderedDither(10, y_start, y_end, ordered[0].data(), ordered[1].data(), ordered[2].data(), matrix.data(),
-                           pal_r.data(), pal_g.data(), pal_b.data());
-        x8BitRandomDither(10, y_start, y_end, random[0].data(), random[1].data(), random[2].data(), pal_r.data(),
-                          pal_g.data(), pal_b.data());
+        call(x8BitOrderedDither, 10, y_start, y_end, ordered, matrix.data(), pal_r.data(), pal_g.data(), pal_b.data());
+        call(x8BitRandomDither, 10, y_start, y_end, random, pal_r.data(), pal_g.data(), pal_b.data());
         for (const Planes *planes : {&ordered, &random}) {
             for (int i = 0; i < 40; ++i) {
                 const bool in_band = i / 10 >= y_start && i / 10 < y_end;
@@ -87,11 +79,10 @@ TEST(Dither, CubeDithersOnlyTheBand) {
 TEST(Dither, RandomCubeRepeatsItsPicture) {
     const Palette palette;
     const auto &tables = palette.tables;
-    const Planes grey = {Bytes(3000, 76), Bytes(3000, 76), Bytes(3000, 76)};
+    const Planes grey = planes_of(3000, 76);
     const auto dithered = [&] {
         Planes planes = grey;
-        x8BitRandomDither(100, 0, 30, planes[0].data(), planes[1].data(), planes[2].data(), tables[0].data(),
-                          tables[1].data(), tables[2].data());
+        call(x8BitRandomDither, 100, 0, 30, planes, tables);
         return planes;
     };
     seed_rand(1);
@@ -105,7 +96,7 @@ TEST(Dither, RandomCubeRepeatsItsPicture) {
     // The seed is set for an empty band, too.
     std::array<float, 8> after_empty = {};
     std::array<float, 8> after_seed = {};
-    x8BitRandomDither(5, 3, 3, nullptr, nullptr, nullptr, tables[0].data(), tables[1].data(), tables[2].data());
+    call(x8BitRandomDither, 5, 3, 3, nullptr, nullptr, nullptr, tables);
     xgrain(8, 1, 1, 0, 0, after_empty.data(), after_seed.data(), after_seed.data());
     seed_rand(1231209);
     after_seed = {};
@@ -120,13 +111,13 @@ TEST(Dither, OneBitComparesTheMeanStrictly) {
     const Bytes b = {2, 0, 30, 31, 152, 255, 1, 9, 15};
     Planes planes = {r, g, b};
     constexpr std::array<uint8_t, 12> thresholds = {0, 0, 30, 0, 30, 151, 254, 0, 0, 9, 18, 0};
-    x1bitorderedDither(3, 3, planes[0].data(), planes[1].data(), planes[2].data(), thresholds.data());
+    call(x1bitorderedDither, 3, 3, planes, thresholds.data());
     EXPECT_EQ(planes[0], (Bytes{0, 255, 0, 255, 0, 255, 0, 255, 0}));
     EXPECT_EQ(planes[1], planes[0]);
     EXPECT_EQ(planes[2], planes[0]);
     for (const auto &[width, height] : {std::array{0, 3}, std::array{-3, 3}, std::array{3, -1}}) {
-        x1bitorderedDither(width, height, planes[0].data(), planes[1].data(), planes[2].data(), thresholds.data());
-        x1bitranddither(width, height, planes[0].data(), planes[1].data(), planes[2].data());
+        call(x1bitorderedDither, width, height, planes, thresholds.data());
+        call(x1bitranddither, width, height, planes);
     }
     EXPECT_EQ(planes[0], (Bytes{0, 255, 0, 255, 0, 255, 0, 255, 0}));
 }
@@ -140,10 +131,9 @@ TEST(Dither, RandomOneBitIsWhiteAsOftenAsTheGreyIsBright) {
             const float h = std::trunc(static_cast<float>(number) * (-255.0F / 32767.0F) + 128.0F);
             whites += static_cast<float>(grey) - h > 128.0F;
         }
-        Planes planes;
-        planes.fill(Bytes(count, static_cast<uint8_t>(grey)));
+        Planes planes = planes_of(count, static_cast<uint8_t>(grey));
         seed_rand(5);
-        x1bitranddither(200, 100, planes[0].data(), planes[1].data(), planes[2].data());
+        call(x1bitranddither, 200, 100, planes);
         const auto white = std::count(planes[0].begin(), planes[0].end(), 255);
         EXPECT_EQ(white + std::count(planes[0].begin(), planes[0].end(), 0), count);
         EXPECT_NEAR(static_cast<double>(white) / count, whites / 32768.0, 0.015) << grey;
@@ -156,16 +146,16 @@ TEST(Dither, RandomOneBitIsWhiteAsOftenAsTheGreyIsBright) {
 TEST(Dither, GrainTakesTheNumbersPlaneByPlane) {
     constexpr int32_t count = 1500;
     const auto grained = [](float amount1, float amount2, float amount3) {
-        std::array<std::vector<float>, 3> planes;
-        planes.fill(std::vector<float>(count, 10.0F));
+        std::array<Floats, 3> planes;
+        planes.fill(Floats(count, 10.0F));
         seed_rand(9);
-        xgrain(count / 3, 3, amount1, amount2, amount3, planes[0].data(), planes[1].data(), planes[2].data());
+        call(xgrain, count / 3, 3, amount1, amount2, amount3, planes);
         return planes;
     };
     const auto planes = grained(1, 2, 0);
     // One long plane sees the same numbers in the same order.
-    std::vector<float> long_plane(count * 3, 10.0F);
-    std::vector<float> unused(count * 3);
+    Floats long_plane(count * 3, 10.0F);
+    Floats unused(count * 3);
     seed_rand(9);
     xgrain(count * 3, 1, 1, 0, 0, long_plane.data(), unused.data(), unused.data());
     for (std::size_t i = 0; i < count; ++i) {
@@ -175,7 +165,7 @@ TEST(Dither, GrainTakesTheNumbersPlaneByPlane) {
         ASSERT_GE(planes[0][i], 9.5F);
         ASSERT_LE(planes[0][i], 10.5F);
     }
-    EXPECT_EQ(planes[2], std::vector<float>(count, 10.0F));
+    EXPECT_EQ(planes[2], Floats(count, 10.0F));
     const auto [lowest, highest] = std::minmax_element(planes[0].begin(), planes[0].end());
     EXPECT_GT(*highest - *lowest, 0.99F);
 }
@@ -198,10 +188,8 @@ TEST(Dither, JitterStaysInReach) {
     constexpr int32_t y_max = 149;
     const Planes src = places(x_max + 1, y_max + 1);
     for (const int32_t amount : {0, 6, 7, -6}) {
-        Planes dst;
-        dst.fill(Bytes(src[0].size(), 250));
-        FastJitter(dst[0].data(), dst[1].data(), dst[2].data(), 0, x_max, y_max, src[0].data(), src[1].data(),
-                   src[2].data(), amount);
+        Planes dst = planes_of(src[0].size(), 250);
+        call(FastJitter, dst, 0, x_max, y_max, src, amount);
         const int32_t offset = amount / 2;
         const auto in_reach = [&](int32_t from, int32_t to, int32_t limit) {
             const int32_t lowest = std::clamp(to - offset + std::min(amount, 0), 0, limit);
@@ -228,33 +216,21 @@ TEST(Dither, JitterStaysInReach) {
 
 const BulkCase cases[] = {
     {"x8BitOrderedDither",
-     [](Workspace &w) {
-         uint8_t *planes[3] = {w.buffer(w.count()), w.buffer(w.count()), w.buffer(w.count())};
-         x8BitOrderedDither(w.width, 0, w.height, planes[0], planes[1], planes[2], w.buffer(11), w.buffer(216),
-                            w.buffer(216), w.buffer(216));
-     }},
+     [](Workspace &w) { call(x8BitOrderedDither, w.width, 0, w.height, w.buffers(), w.buffer(11), w.buffers(216)); }},
     {"x8BitRandomDither",
-     [](Workspace &w) {
-         uint8_t *planes[3] = {w.buffer(w.count()), w.buffer(w.count()), w.buffer(w.count())};
-         x8BitRandomDither(w.width, 0, w.height, planes[0], planes[1], planes[2], w.buffer(216), w.buffer(216),
-                           w.buffer(216));
-     }},
+     [](Workspace &w) { call(x8BitRandomDither, w.width, 0, w.height, w.buffers(), w.buffers(216)); }},
     {"x1bitorderedDither",
-     [](Workspace &w) {
-         uint8_t *planes[3] = {w.buffer(w.count()), w.buffer(w.count()), w.buffer(w.count())};
-         x1bitorderedDither(w.width, w.height, planes[0], planes[1], planes[2], w.buffer(11));
-     }},
+     [](Workspace &w) { call(x1bitorderedDither, w.width, w.height, w.buffers(), w.buffer(11)); }},
     {"x1bitranddither",
      [](Workspace &w) {
          seed_rand(3);
-         uint8_t *planes[3] = {w.buffer(w.count()), w.buffer(w.count()), w.buffer(w.count())};
-         x1bitranddither(w.width, w.height, planes[0], planes[1], planes[2]);
+         call(x1bitranddither, w.size(), w.buffers());
      }},
     {"xgrain",
      [](Workspace &w) {
          seed_rand(3);
          float *planes[3] = {w.floats(w.count(), 0, 255), w.floats(w.count(), 0, 255), w.floats(w.count(), 0, 255)};
-         xgrain(w.width, w.height, w.real(0, 9), w.real(0, 9), w.real(0, 9), planes[0], planes[1], planes[2]);
+         call(xgrain, w.size(), w.real(0, 9), w.real(0, 9), w.real(0, 9), planes);
      }},
     // Without displacement, as its numbers differ from call to call. Neither the last row nor the last two samples of
     // the source's last rows are touched.
@@ -264,9 +240,7 @@ const BulkCase cases[] = {
          const std::size_t written = w.count() + static_cast<std::size_t>(w.height) - 1;
          const auto last_row = static_cast<std::size_t>(std::max(w.height - 2, 0));
          const std::size_t read = last_row * stride + static_cast<std::size_t>(std::max(w.width - 1, 1));
-         uint8_t *src[3] = {w.buffer(read), w.buffer(read), w.buffer(read)};
-         uint8_t *dst[3] = {w.buffer(written), w.buffer(written), w.buffer(written)};
-         FastJitter(dst[0], dst[1], dst[2], 0, w.width, w.height, src[0], src[1], src[2], 0);
+         call(FastJitter, w.buffers(written), 0, w.size(), w.buffers(read), 0);
      }},
 };
 

@@ -1,7 +1,5 @@
 #include <array>
 #include <cstdint>
-#include <limits>
-#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -12,7 +10,6 @@ using namespace tavik_test;
 
 namespace {
 
-using Bytes = std::vector<uint8_t>;
 constexpr std::size_t side = 9;
 
 // 10x + y.
@@ -22,11 +19,6 @@ Bytes ramp() {
     return plane;
 }
 
-Bytes row_of(const Bytes &plane, std::ptrdiff_t y) {
-    constexpr auto columns = static_cast<std::ptrdiff_t>(side);
-    return {plane.begin() + y * columns, plane.begin() + (y + 1) * columns};
-}
-
 TEST(Dither, TileGrainRepeatsAndInterpolates) {
     const std::array<float, 4> tile = {10, -10, 0, 20};
     struct Case {
@@ -34,12 +26,11 @@ TEST(Dither, TileGrainRepeatsAndInterpolates) {
         float scale, offset_x, offset_y, amount;
         Bytes after; // two rows
     };
-    const float nan = std::numeric_limits<float>::quiet_NaN();
     for (const Case &c : {Case{100, 1, 0, 0, 1, {110, 90, 110, 90, 100, 120, 100, 120}},
                           {100, 0.5F, 0, 0, 1, {110, 100, 90, 100, 105, 105, 105, 105}},
                           {250, 1, -1, 0, 1, {240, 255, 240, 255, 255, 250, 255, 250}},
                           {100, 1, 0, 1, 0.25F, {100, 105, 100, 105, 103, 98, 103, 98}},
-                          {100, nan, nan, nan, 0, {100, 100, 100, 100, 100, 100, 100, 100}}}) {
+                          {100, no_number, no_number, no_number, 0, {100, 100, 100, 100, 100, 100, 100, 100}}}) {
         Bytes plane(8, c.before);
         Bytes other = plane;
         Bytes third = plane;
@@ -53,17 +44,18 @@ TEST(Dither, TileGrainRepeatsAndInterpolates) {
 TEST(Dither, ScatteredPixels) {
     const Bytes src = ramp();
     Bytes dst[3] = {Bytes(81), Bytes(81), Bytes(81)};
-    xjitter(side, side, 2, 1, src.data(), src.data(), src.data(), dst[0].data(), dst[1].data(), dst[2].data());
-    EXPECT_EQ(row_of(dst[0], 0), (Bytes{0, 2, 40, 41, 40, 60, 61, 81, 82}));
+    call(xjitter, side, side, 2, 1, src.data(), src.data(), src.data(), dst);
+    EXPECT_EQ(row_of(dst[0], 0, side), (Bytes{0, 2, 40, 41, 40, 60, 61, 81, 82}));
     EXPECT_EQ(dst[0], dst[2]);
     for (int i = 0; i < 81; ++i) {
         EXPECT_LE(std::abs(dst[0][static_cast<std::size_t>(i)] / 10 - i % 9), 2);
         EXPECT_LE(std::abs(dst[0][static_cast<std::size_t>(i)] % 10 - i / 9), 2);
     }
-    xjitter2(side, side, 3, 4, 1, src.data(), src.data(), src.data(), dst[0].data(), dst[1].data(), dst[2].data());
-    EXPECT_EQ(row_of(dst[0], 4), (Bytes{3, 3, 6, 24, 38, 45, 50, 55, 62}));
-    EXPECT_EQ(dst[0], dst[1]);
-    xjitter(side, side, 0, 7, src.data(), src.data(), src.data(), dst[0].data(), dst[1].data(), dst[2].data());
+    call(xjitter2, side, side, 3, 4, 1, src.data(), src.data(), src.data(), dst);
+    EXPECT_EQ(row_of(dst[0], 4, side), (Bytes{3, 3, 6, 24, 38, 45, 50, 55, 62}));
+    EXPECT_EQ(dst[1], dst[0]);
+    EXPECT_EQ(dst[2], dst[0]);
+    call(xjitter, side, side, 0, 7, src.data(), src.data(), src.data(), dst);
     xjitter2(side, side, 0, 3, 7, src.data(), src.data(), src.data(), dst[1].data(), dst[1].data(), dst[1].data());
     EXPECT_EQ(dst[0], src);
     EXPECT_EQ(dst[1], src);
@@ -71,10 +63,10 @@ TEST(Dither, ScatteredPixels) {
 
 template <auto Export, class... Shape> void scatter(Workspace &w, Shape... shape) {
     const std::size_t n = w.count();
-    uint8_t *src[3] = {w.buffer(n), w.buffer(n), w.buffer(n)};
-    uint8_t *dst[3] = {w.result(n), w.result(n), w.result(n)};
-    for (const float amount : {w.real(0, 30), 1e30F, std::numeric_limits<float>::quiet_NaN()})
-        Export(w.width, w.height, amount, shape..., w.integer(0, 99), src[0], src[1], src[2], dst[0], dst[1], dst[2]);
+    const auto src = w.buffers(n);
+    const auto dst = w.results(n);
+    for (const float amount : {w.real(0, 30), 1e30F, no_number})
+        call(Export, w.size(), amount, shape..., w.integer(0, 99), src, dst);
 }
 
 const BulkCase cases[] = {
@@ -84,10 +76,10 @@ const BulkCase cases[] = {
          constexpr int32_t rows = 5;
          float *tiles[3];
          for (float *&tile : tiles) tile = w.floats(columns * rows, -40, 40);
-         uint8_t *planes[3] = {w.buffer(w.count()), w.buffer(w.count()), w.buffer(w.count())};
-         for (const float offset : {w.real(-100, 100), 1e30F, -std::numeric_limits<float>::infinity()})
-             xfilmgrainHelper(w.width, w.height, columns, rows, w.real(-2, 2), offset, w.real(-9, 9), w.real(0, 1),
-                              tiles[0], tiles[1], tiles[2], planes[0], planes[1], planes[2]);
+         const auto planes = w.buffers();
+         for (const float offset : {w.real(-100, 100), 1e30F, -infinity})
+             call(xfilmgrainHelper, w.size(), columns, rows, w.real(-2, 2), offset, w.real(-9, 9), w.real(0, 1), tiles,
+                  planes);
      }},
     {"xjitter", [](Workspace &w) { scatter<xjitter>(w); }},
     {"xjitter2", [](Workspace &w) { scatter<xjitter2>(w, w.real(0, 9)); }},

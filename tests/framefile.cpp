@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
-#include <limits>
 #include <numeric>
 #include <random>
 #include <string>
@@ -20,8 +19,6 @@
 using namespace tavik_test;
 
 namespace {
-
-using Bytes = std::vector<uint8_t>;
 
 // A file in the build folder, until the test ends; tests of other programs may run beside this one.
 class ScratchFile {
@@ -46,10 +43,9 @@ struct OpenFile {
     ~OpenFile() { kvf_close(stream); }
 
     // The red, green and blue bytes of a frame, over planes of 99.
-    std::array<Bytes, 3> frame(int32_t number, std::size_t plane_bytes) const {
-        std::array<Bytes, 3> planes;
-        planes.fill(Bytes(plane_bytes, 99));
-        kvf_getframe(stream, &header, number, planes[0].data(), planes[1].data(), planes[2].data());
+    Planes frame(int32_t number, std::size_t plane_bytes) const {
+        Planes planes = planes_of(plane_bytes, 99);
+        call(kvf_getframe, stream, &header, number, planes);
         return planes;
     }
 };
@@ -68,11 +64,11 @@ TEST(FrameFile, PlanesLieChannelByChannel) {
     ASSERT_NE(open.stream, nullptr);
     EXPECT_EQ(open.header.host_words[1], 8);
     EXPECT_EQ((std::array{open.header.x_max, open.header.y_max, open.header.frame_count}), (std::array{1, 0, 2}));
-    EXPECT_EQ(open.frame(1, 2), (std::array<Bytes, 3>{{{22, 23}, {26, 27}, {30, 31}}}));
-    EXPECT_EQ(open.frame(0, 2), (std::array<Bytes, 3>{{{20, 21}, {24, 25}, {28, 29}}}));
+    EXPECT_EQ(open.frame(1, 2), (Planes{{{22, 23}, {26, 27}, {30, 31}}}));
+    EXPECT_EQ(open.frame(0, 2), (Planes{{{20, 21}, {24, 25}, {28, 29}}}));
     // Beyond the frames stands what follows in the file, until it ends; before it nothing can be read.
-    EXPECT_EQ(open.frame(2, 2), (std::array<Bytes, 3>{{{24, 25}, {28, 29}, {99, 99}}}));
-    EXPECT_EQ(open.frame(1000, 2), (std::array<Bytes, 3>{{{99, 99}, {99, 99}, {99, 99}}}));
+    EXPECT_EQ(open.frame(2, 2), (Planes{{{24, 25}, {28, 29}, {99, 99}}}));
+    EXPECT_EQ(open.frame(1000, 2), (Planes{{{99, 99}, {99, 99}, {99, 99}}}));
     EXPECT_EQ(open.frame(-11, 2)[0], (Bytes{99, 99}));
     EXPECT_EQ(open.frame(0, 2)[0], (Bytes{20, 21}));
 }
@@ -80,7 +76,7 @@ TEST(FrameFile, PlanesLieChannelByChannel) {
 TEST(FrameFile, OffsetsWrapIn32Bits) {
     OpenFile open(counting_file());
     // 2^31 frames of 2 bytes are 2^32.
-    EXPECT_EQ(open.frame(std::numeric_limits<int32_t>::min() + 1, 2)[0], (Bytes{22, 23}));
+    EXPECT_EQ(open.frame(lowest + 1, 2)[0], (Bytes{22, 23}));
     // 65536 × 65537 pixels are as many as 65536.
     open.header.x_max = 65535;
     open.header.y_max = 65536;
@@ -97,7 +93,7 @@ TEST(FrameFile, MissingShortAndDamagedFiles) {
     std::vector<char> bytes = counting_file();
     bytes.resize(27);
     const OpenFile cut(bytes);
-    EXPECT_EQ(cut.frame(1, 2), (std::array<Bytes, 3>{{{22, 23}, {26, 99}, {99, 99}}}));
+    EXPECT_EQ(cut.frame(1, 2), (Planes{{{22, 23}, {26, 99}, {99, 99}}}));
     bytes.resize(16);
     const OpenFile no_frames(bytes);
     EXPECT_EQ(no_frames.header.x_max, 1);
@@ -111,13 +107,6 @@ TEST(FrameFile, MissingShortAndDamagedFiles) {
     }
 }
 
-Bytes noise(std::size_t count, uint32_t seed) {
-    std::mt19937 random(seed);
-    Bytes bytes(count);
-    for (uint8_t &byte : bytes) byte = static_cast<uint8_t>(random());
-    return bytes;
-}
-
 TEST(FrameFile, FramesAreDrawnAsPlanesAreScaled) {
     constexpr int32_t width = 37;
     constexpr int32_t height = 23;
@@ -127,7 +116,7 @@ TEST(FrameFile, FramesAreDrawnAsPlanesAreScaled) {
     for (std::size_t i = 0; i < 9; i += 3)
         frames.push_back({planes[i].data(), planes[i + 1].data(), planes[i + 2].data()});
     const OpenFile open(gallery::bytes_of_frame_file(width, height, frames));
-    EXPECT_EQ(open.frame(1, width * height), (std::array<Bytes, 3>{planes[3], planes[4], planes[5]}));
+    EXPECT_EQ(open.frame(1, width * height), (Planes{planes[3], planes[4], planes[5]}));
 
     struct Case {
         int32_t frame, out_width, out_height;
@@ -277,7 +266,7 @@ TEST(FrameFile, RunLengths) {
 }
 
 struct Thumbnail {
-    std::array<Bytes, 3> scratch;
+    Planes scratch;
     Bytes pixels;
     int32_t result;
 
@@ -288,8 +277,7 @@ struct Thumbnail {
         for (const uint8_t sample : red) green.push_back(static_cast<uint8_t>(255 - sample));
         const Bytes blue(red.size(), 200);
         scratch.fill(Bytes(static_cast<std::size_t>((2 * std::max(width, 0) + 1) * 2 * std::max(height, 0)), 99));
-        result = SuperThumb(red.data(), green.data(), blue.data(), scratch[0].data(), scratch[1].data(),
-                            scratch[2].data(), pixels.data(), x_max, y_max, width, height);
+        result = call(SuperThumb, red, green, blue, scratch, pixels, x_max, y_max, width, height);
     }
 };
 
@@ -328,9 +316,7 @@ const BulkCase cases[] = {
     {"AVI_extract",
      [](Workspace &w) {
          const std::size_t plane = static_cast<std::size_t>((w.width + 1) * w.height - 1);
-         const uint8_t *src = w.buffer(3 * w.count());
-         uint8_t *dst[3] = {w.buffer(plane), w.buffer(plane), w.buffer(plane)};
-         AVI_extract(w.width, w.height, static_cast<int32_t>(3 * w.count()), dst[0], dst[1], dst[2], src);
+         call(AVI_extract, w.size(), static_cast<int32_t>(3 * w.count()), w.buffers(plane), w.buffer(3 * w.count()));
      }},
     {"FilmstripHelper",
      [](Workspace &w) {
@@ -343,24 +329,20 @@ const BulkCase cases[] = {
     {"SuperThumb",
      [](Workspace &w) {
          if (w.count() == 0) return; // There is nothing to sample.
-         const uint8_t *src[3] = {w.buffer(w.count()), w.buffer(w.count()), w.buffer(w.count())};
+         const auto src = w.buffers();
          for (const int32_t thumb_width : {5, 70, 300}) {
              constexpr int32_t thumb_height = 3;
              const auto scratch = static_cast<std::size_t>(2 * thumb_height * (2 * thumb_width + 1) - 1);
-             uint8_t *tmp[3] = {w.buffer(scratch), w.buffer(scratch), w.buffer(scratch)};
-             uint8_t *dst = w.buffer(static_cast<std::size_t>(3 * (thumb_height * (thumb_width + 1) - 1)));
-             SuperThumb(src[0], src[1], src[2], tmp[0], tmp[1], tmp[2], dst, w.width - 1, w.height - 1, thumb_width,
-                        thumb_height);
+             call(SuperThumb, src, w.buffers(scratch),
+                  w.buffer(static_cast<std::size_t>(3 * (thumb_height * (thumb_width + 1) - 1))), w.bounds(),
+                  thumb_width, thumb_height);
          }
      }},
     {"p_scale_to_dib",
-     [](Workspace &w) {
-         const uint8_t *src[3] = {w.buffer(w.count()), w.buffer(w.count()), w.buffer(w.count())};
-         p_scale_to_dib(src[0], src[1], src[2], w.result<uint32_t>(45 * 60), w.width, w.height, 45, 60, 45);
-     }},
+     [](Workspace &w) { call(p_scale_to_dib, w.buffers(), w.result<uint32_t>(45 * 60), w.size(), 45, 60, 45); }},
     {"xRLE_Encode_byte",
      [](Workspace &w) {
-         uint8_t *src = w.buffer(w.count());
+         uint8_t *src = w.buffer();
          // Runs of many lengths, up to the end.
          for (std::size_t i = 0; i < w.count(); ++i) src[i] = i % 97 < 20 || src[i] < 200 ? 1 : src[i];
          auto *length = w.buffer<int32_t>(1);

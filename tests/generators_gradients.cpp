@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <limits>
-#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -13,9 +11,6 @@
 using namespace tavik_test;
 
 namespace {
-
-using Bytes = std::vector<uint8_t>;
-using Planes = std::array<Bytes, 3>;
 
 constexpr int32_t width = 77;
 constexpr int32_t rows = 9;
@@ -32,24 +27,15 @@ Bytes noise_plane(std::size_t count, uint32_t salt) {
 // Source planes 1 .. 3, colour tables 4 .. 6, alpha 7, blend 8; the destination starts as 99.
 struct Scene {
     Planes src = {noise_plane(pixels, 1), noise_plane(pixels, 2), noise_plane(pixels, 3)};
-    Planes dst = {Bytes(pixels, 99), Bytes(pixels, 99), Bytes(pixels, 99)};
+    Planes dst = planes_of(pixels, 99);
     Planes tables = {noise_plane(256, 4), noise_plane(256, 5), noise_plane(256, 6)};
     Bytes alpha = noise_plane(256, 7);
     Bytes blend = noise_plane(65536, 8);
 
-    // Shows a bit of any sample. The expected folds come from the formulas in exact arithmetic, rounded after each
-    // operation.
-    uint32_t fold() const {
-        uint32_t hash = 2166136261U;
-        for (const Bytes &plane : dst)
-            for (const uint8_t value : plane) hash = (hash ^ value) * 16777619U;
-        return hash;
-    }
+    // The expected folds come from the formulas in exact arithmetic, rounded after each operation.
+    uint32_t fold() const { return folded(dst); }
     // Calls gradient(sources, destinations, tables, blend table).
-    template <class Gradient> void fill(const Gradient &gradient) {
-        gradient(src[0].data(), src[1].data(), src[2].data(), dst[0].data(), dst[1].data(), dst[2].data(),
-                 tables[0].data(), tables[1].data(), tables[2].data(), alpha.data(), blend.data());
-    }
+    template <class Gradient> void fill(const Gradient &gradient) { call(gradient, src, dst, tables, alpha, blend); }
     void linear(float step_y, float step_x, float start, int32_t use_blend, int32_t use_alpha) {
         fill([&](auto... rest) {
             fastLinearGradient(step_y, step_x, start, width - 1, rows, use_blend, use_alpha, rest..., 0);
@@ -77,7 +63,6 @@ TEST(Gradients, LinearBlendsAndMixes) {
 }
 
 TEST(Gradients, LinearTakesTheNegatedPositionClamped) {
-    const float infinity = std::numeric_limits<float>::infinity();
     // Beyond the integers all is the first colour, by the conversion's lowest number.
     for (const auto &[start, index] : {std::pair{-10.0F, 10},
                                        {-10.99F, 10},
@@ -119,15 +104,14 @@ TEST(Gradients, CircularSkipsWhatIsInvisible) {
 template <class Render> uint32_t fold_rendered(bool opaque, const Render &render) {
     constexpr int32_t n = 20;
     Scene scene;
-    std::vector<float> table;
+    Floats table;
     for (uint32_t component = 4; component < 8; ++component) {
         for (uint32_t i = 0; i <= n; ++i) {
             const uint8_t value = noise(i, component);
             table.push_back(component == 7 && (opaque || value > 200) ? 255.0F : static_cast<float>(value));
         }
     }
-    render(n, table.data(), scene.dst[0].data(), scene.dst[1].data(), scene.dst[2].data(), scene.src[0].data(),
-           scene.src[1].data(), scene.src[2].data());
+    call(render, n, table.data(), scene.dst, scene.src);
     return scene.fold();
 }
 
@@ -148,19 +132,17 @@ TEST(Gradients, FloatTablesAreInterpolated) {
 TEST(Gradients, FloatTablesBeyondTheirRange) {
     const std::array<float, 8> table = {300, -3, 10, 20, 30, 40, 255, 255};
     const auto rendered = [&](float offset) {
-        Planes planes = {Bytes(1), Bytes(1), Bytes(1)};
-        xRenderLinearTo(0, 0, offset, 1, 1, 1, table.data(), planes[0].data(), planes[1].data(), planes[2].data(),
-                        planes[0].data(), planes[1].data(), planes[2].data());
+        Planes planes = planes_of(1);
+        call(xRenderLinearTo, 0, 0, offset, 1, 1, 1, table.data(), planes, planes);
         return std::array{planes[0][0], planes[1][0], planes[2][0]};
     };
     EXPECT_EQ(rendered(-5), (std::array<uint8_t, 3>{44, 10, 30}));
     EXPECT_EQ(rendered(0.5F), (std::array<uint8_t, 3>{148, 15, 35}));
-    for (const float beyond : {1.0F, 7.0F, 1e30F, std::numeric_limits<float>::quiet_NaN()})
+    for (const float beyond : {1.0F, 7.0F, 1e30F, no_number})
         EXPECT_EQ(rendered(beyond), (std::array<uint8_t, 3>{253, 20, 40})) << beyond;
     // Without a turn's length every position is 0.
-    Planes planes = {Bytes(9), Bytes(9), Bytes(9)};
-    xRenderSweepTo(1, 1, 1, 1, 3, 3, 3, 1, table.data(), planes[0].data(), planes[1].data(), planes[2].data(),
-                   planes[0].data(), planes[1].data(), planes[2].data());
+    Planes planes = planes_of(9);
+    call(xRenderSweepTo, 1, 1, 1, 1, 3, 3, 3, 1, table.data(), planes, planes);
     EXPECT_EQ(planes[0], Bytes(9, 44));
 }
 
@@ -169,14 +151,13 @@ TEST(Gradients, MapRecoloursABandByBrightness) {
     for (std::size_t i = 0; i < 256; ++i) identity[i] = static_cast<uint8_t>(i);
     const Bytes other = noise_plane(256, 9);
     // Every sum of three samples, 0 .. 765, once.
-    Planes planes = {Bytes(766), Bytes(766), Bytes(766)};
+    Planes planes = planes_of(766);
     for (int32_t sum = 0; sum < 766; ++sum)
         for (int32_t c = 0; c < 3; ++c)
             planes[static_cast<std::size_t>(c)][static_cast<std::size_t>(sum)] =
                 static_cast<uint8_t>(std::clamp(sum - 255 * c, 0, 255));
     const Planes before = planes;
-    ApplyGradient(2, 10, 381, planes[0].data(), planes[1].data(), planes[2].data(), identity.data(), other.data(),
-                  identity.data());
+    call(ApplyGradient, 2, 10, 381, planes, identity, other, identity);
     for (std::size_t sum = 0; sum < 766; ++sum) {
         const bool in_band = sum >= 20 && sum < 762;
         const std::size_t brightness = sum * 85 / 256;
@@ -193,30 +174,28 @@ template <class Gradient> void run_fast(Workspace &w, const Gradient &gradient) 
     for (uint8_t *&plane : planes) plane = w.buffer(count);
     uint8_t *tables[4];
     for (uint8_t *&table : tables) table = w.buffer(256);
-    gradient(planes[0], planes[1], planes[2], planes[3], planes[4], planes[5], tables[0], tables[1], tables[2],
-             tables[3], w.buffer(65536));
+    call(gradient, planes, tables, w.buffer(65536));
 }
 
 template <int32_t blend, int32_t alpha> void run_linear(Workspace &w) {
     run_fast(w, [&](auto... rest) {
-        fastLinearGradient(w.real(-3, 3), w.real(-2, 0), w.real(-300, 100), w.width, w.height, blend, alpha, rest...,
-                           0);
+        call(fastLinearGradient, w.real(-3, 3), w.real(-2, 0), w.real(-300, 100), w.size(), blend, alpha, rest..., 0);
     });
 }
 
 template <int32_t blend> void run_circular(Workspace &w) {
     run_fast(w, [&](auto... rest) {
-        fastCircularGradient(w.width, w.height, w.integer(-20, w.width), w.integer(-20, w.height), w.integer(1, 300),
-                             blend, rest...);
+        call(fastCircularGradient, w.size(), w.integer(-20, w.width), w.integer(-20, w.height), w.integer(1, 300),
+             blend, rest...);
     });
 }
 
 template <class Render> void run_rendered(Workspace &w, const Render &render) {
     constexpr int32_t n = 100;
-    uint8_t *src[3] = {w.buffer(w.count()), w.buffer(w.count()), w.buffer(w.count())};
+    const auto src = w.buffers();
     uint8_t *dst[3];
-    for (std::size_t c = 0; c < 3; ++c) dst[c] = w.result_of(src[c], w.count());
-    render(n, w.floats(4 * (n + 1), 0, 300), dst[0], dst[1], dst[2], src[0], src[1], src[2]);
+    for (std::size_t c = 0; c < 3; ++c) dst[c] = w.result_of(src[c]);
+    call(render, n, w.floats(4 * (n + 1), 0, 300), dst, src);
 }
 
 const BulkCase cases[] = {
@@ -241,12 +220,7 @@ const BulkCase cases[] = {
          run_rendered(w, [&](auto... rest) { xRenderSweepTo(40.3F, 7, 9, 50, 2, w.width, w.height, rest...); });
      },
      true},
-    {"ApplyGradient",
-     [](Workspace &w) {
-         uint8_t *planes[3] = {w.buffer(w.count()), w.buffer(w.count()), w.buffer(w.count())};
-         ApplyGradient(w.width, 0, w.height, planes[0], planes[1], planes[2], w.buffer(256), w.buffer(256),
-                       w.buffer(256));
-     }},
+    {"ApplyGradient", [](Workspace &w) { call(ApplyGradient, w.width, 0, w.height, w.buffers(), w.buffers(256)); }},
 };
 
 const BulkFamily family("Gradients", cases);

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <bit>
 #include <cstdint>
-#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -54,8 +53,8 @@ TEST(Noise, NoiseInSpaceIsThatOfGlm) {
     EXPECT_EQ(fold_points(glm_simplex_noise3), 0x3E02C2BFU);
 }
 
-std::vector<uint8_t> open_simplex(uint32_t seed, int32_t width, int32_t height, int32_t period, int32_t octaves) {
-    std::vector<uint8_t> plane(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), 99);
+Bytes open_simplex(uint32_t seed, int32_t width, int32_t height, int32_t period, int32_t octaves) {
+    Bytes plane(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), 99);
     seed_rand(seed);
     xOpenSimplex(width, height, period, octaves, plane.data());
     return plane;
@@ -84,8 +83,8 @@ TEST(Noise, OpenSimplexOfOneAndSeveralOctaves) {
 
 TEST(Noise, OpenSimplexDrawsOneNumberEachCall) {
     const auto second_of_two = [](int32_t width, int32_t height) {
-        std::vector<uint8_t> first(64);
-        std::vector<uint8_t> second(64);
+        Bytes first(64);
+        Bytes second(64);
         seed_rand(3);
         xOpenSimplex(width, height, 5, 1, first.data());
         xOpenSimplex(8, 8, 5, 1, second.data());
@@ -101,7 +100,7 @@ const BulkCase cases[] = {
      [](Workspace &w) {
          seed_rand(5);
          const int32_t octaves = w.integer(1, 3);
-         xOpenSimplex(w.width, w.height, w.integer(1, 40), octaves, w.result(w.count()));
+         call(xOpenSimplex, w.size(), w.integer(1, 40), octaves, w.result());
      }},
 };
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <string_view>
@@ -17,11 +16,9 @@ using namespace tavik_test;
 
 namespace {
 
-using Bytes = std::vector<uint8_t>;
-
 struct Picture {
     int32_t width, height;
-    std::array<Bytes, 3> planes;
+    Planes planes;
 
     Picture(int32_t picture_width, int32_t picture_height) : width(picture_width), height(picture_height) {
         planes.fill(Bytes(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), 99));
@@ -49,8 +46,7 @@ TEST(Textures, BricksAndJoints) {
     const auto wall = [](float brick_width, float mortar, int32_t width) {
         Picture p(width, 24);
         // Of a colour the low byte counts.
-        xbrick(brick_width, mortar, 10, 256 + 20, 30, 40, 50, 60 - 256, p.width, p.height, p.plane(0), p.plane(1),
-               p.plane(2));
+        call(xbrick, brick_width, mortar, 10, 256 + 20, 30, 40, 50, 60 - 256, p.width, p.height, p.planes);
         return p;
     };
     const std::vector<std::string_view> fives = {"######.", "######.", "######.", ".",
@@ -67,9 +63,9 @@ TEST(Textures, BricksAndJoints) {
 TEST(Textures, ChecksBeginWithColourB) {
     for (const int32_t width : {1, 2, 5, 6, 100, 1000}) {
         Picture p(width, 9);
-        xcheckerboard(3, 2, 40, 50, 60, 10, 20, 30, p.width, p.height, p.plane(0), p.plane(1), p.plane(2));
+        call(xcheckerboard, 3, 2, 40, 50, 60, 10, 20, 30, p.width, p.height, p.planes);
         EXPECT_TRUE(p.shows({"###...", "###...", "...###", "...###"})) << width;
-        xcheckerboard(-1, 3, 40, 50, 60, 10, 20, 30, p.width, p.height, p.plane(0), p.plane(1), p.plane(2));
+        call(xcheckerboard, -1, 3, 40, 50, 60, 10, 20, 30, p.width, p.height, p.planes);
         EXPECT_TRUE(p.shows({"#.", "#.", "#.", ".#", ".#", ".#"})) << width;
     }
     for (const auto &[width, height] : {std::pair{0, 3}, {-3, 3}, {3, 0}, {3, -1}}) {
@@ -85,8 +81,7 @@ TEST(Textures, WeaveMultipliesExactly) {
     for (std::size_t i = 0; i < 256; ++i) tile[i] = static_cast<uint8_t>(i);
     for (std::size_t i = 0; i < image.planes[0].size(); ++i) image.planes[0][i] = static_cast<uint8_t>(i / 257);
     Picture woven(257, 256);
-    xDoWeave(100, 257, 256, 256, 1, tile.data(), image.plane(0), image.plane(1), image.plane(0), woven.plane(0),
-             woven.plane(1), woven.plane(2));
+    call(xDoWeave, 100, 257, 256, 256, 1, tile.data(), image.plane(0), image.plane(1), image.plane(0), woven.planes);
     for (int32_t y = 0; y < 256; ++y) {
         for (int32_t x = 0; x < 257; ++x) {
             const std::size_t i = woven.index(x, y);
@@ -113,8 +108,7 @@ TEST(Textures, WeaveScalesAndRepeatsItsTile) {
         Picture image(11, 10);
         for (Bytes &plane : image.planes) plane.assign(plane.size(), 255);
         Picture woven(11, 10);
-        xDoWeave(c.percent, 11, 10, 5, 3, tile.data(), image.plane(0), image.plane(1), image.plane(2), woven.plane(0),
-                 woven.plane(1), woven.plane(2));
+        call(xDoWeave, c.percent, 11, 10, 5, 3, tile.data(), image.planes, woven.planes);
         for (int32_t y = 0; y < 10; ++y)
             for (int32_t x = 0; x < 10; ++x)
                 ASSERT_EQ(woven.planes[0][woven.index(x, y)],
@@ -137,23 +131,11 @@ std::vector<tavik_crystal_seed> crystal_seeds(uint32_t count, const Picture &p) 
 }
 
 void crystallize(Picture &p, int32_t seeds_per_row, int32_t rows, int32_t size, int32_t layers,
-                 const std::vector<tavik_crystal_seed> &seeds, std::vector<float> &heights) {
-    xCrystalize(p.width, p.height, seeds_per_row, rows, size, 0, layers, 0, 0, p.plane(0), p.plane(1), p.plane(2),
-                seeds.data(), heights.data());
+                 const std::vector<tavik_crystal_seed> &seeds, Floats &heights) {
+    call(xCrystalize, p.width, p.height, seeds_per_row, rows, size, 0, layers, 0, 0, p.planes, seeds.data(), heights);
 }
 
-// Folds show a bit of any number. The expected ones come from the formulas in exact arithmetic, rounded after each
-// operation.
-template <class Number> uint32_t folded(const std::vector<Number> &numbers, uint32_t hash = 2166136261U) {
-    for (const Number number : numbers) {
-        if constexpr (sizeof number == 1)
-            hash = (hash ^ number) * 16777619U;
-        else
-            hash = (hash ^ std::bit_cast<uint32_t>(number)) * 16777619U;
-    }
-    return hash;
-}
-
+// The expected folds come from the formulas in exact arithmetic, rounded after each operation.
 TEST(Textures, CrystalsTakeTheHighestCone) {
     struct Case {
         float initial;
@@ -161,10 +143,10 @@ TEST(Textures, CrystalsTakeTheHighestCone) {
     };
     for (const Case &c : {Case{0, 0x5FF0DDBDU, 0x1B297062U}, {-100, 0xDFA019E8U, 0xE7D9C5F7U}}) {
         Picture p(90, 50);
-        std::vector<float> heights(p.planes[0].size(), c.initial);
+        Floats heights(p.planes[0].size(), c.initial);
         crystallize(p, 40, 1, 24, 2, crystal_seeds(80, p), heights);
         EXPECT_EQ(folded(heights), c.heights);
-        EXPECT_EQ(folded(p.planes[2], folded(p.planes[1], folded(p.planes[0]))), c.colours);
+        EXPECT_EQ(folded(p.planes), c.colours);
     }
 }
 
@@ -173,7 +155,7 @@ TEST(Textures, TheFirstOfEqualSeedsWins) {
     std::vector<tavik_crystal_seed> seeds = {
         {1, 1, 10, 0, 0, 0}, {5, 1, 20, 0, 0, 0}, {5, 1, 30, 0, 0, 0}, {9, 1, 40, 0, 0, 0}};
     Picture p(12, 3);
-    std::vector<float> heights(36);
+    Floats heights(36);
     crystallize(p, 2, 1, 4, 2, seeds, heights);
     EXPECT_EQ(p.planes[0][p.index(1, 1)], 10);
     EXPECT_EQ(p.planes[0][p.index(5, 1)], 30);
@@ -187,10 +169,10 @@ TEST(Textures, TheFirstOfEqualSeedsWins) {
 TEST(Textures, RowsOfSeedsRunTogether) {
     Picture alone(700, 300);
     const auto seeds = crystal_seeds(600, alone);
-    std::vector<float> highest(alone.planes[0].size());
+    Floats highest(alone.planes[0].size());
     crystallize(alone, 600, 1, 90, 1, seeds, highest);
     Picture together(700, 300);
-    std::vector<float> heights(highest.size());
+    Floats heights(highest.size());
     crystallize(together, 20, 15, 90, 2, seeds, heights);
     std::size_t same = 0;
     for (std::size_t i = 0; i < highest.size(); ++i) {
@@ -202,9 +184,9 @@ TEST(Textures, RowsOfSeedsRunTogether) {
 }
 
 void draw_cells(Picture &p, const std::vector<tavik_cell_seed> &seeds, int32_t size, int32_t layers, int32_t falloff,
-                int32_t invert, std::vector<float> &heights) {
-    xcellular(p.width, p.height, static_cast<int32_t>(seeds.size()) / layers, 1, size, 0, layers, falloff, invert,
-              p.plane(0), p.plane(1), p.plane(2), seeds.data(), heights.data());
+                int32_t invert, Floats &heights) {
+    call(xcellular, p.width, p.height, static_cast<int32_t>(seeds.size()) / layers, 1, size, 0, layers, falloff, invert,
+         p.planes, seeds.data(), heights);
 }
 
 TEST(Textures, CellsRaiseBowlsAndCones) {
@@ -224,7 +206,7 @@ TEST(Textures, CellsRaiseBowlsAndCones) {
             const auto away = [](int16_t v) { return static_cast<float>(v) + (v < 0 ? -0.7F : 0.7F); };
             seeds.push_back({away(seed.x), away(seed.y)});
         }
-        std::vector<float> heights(p.planes[0].size(), c.initial);
+        Floats heights(p.planes[0].size(), c.initial);
         draw_cells(p, seeds, c.size, 2, c.falloff, 0, heights);
         EXPECT_EQ(folded(heights), c.heights) << c.falloff;
         for (std::size_t i = 0; i < heights.size(); ++i) {
@@ -237,7 +219,7 @@ TEST(Textures, CellsRaiseBowlsAndCones) {
 TEST(Textures, HeightsBecomeDitheredGreys) {
     for (const int32_t invert : {0, 1, 2}) {
         Picture p(100, 60);
-        std::vector<float> heights(6000);
+        Floats heights(6000);
         for (std::size_t i = 0; i < 6000; ++i) heights[i] = i < 1000 ? 300.0F : (i < 2000 ? -2.5F : 100.25F);
         seed_rand(4);
         draw_cells(p, {}, 10, 1, 1, invert, heights);
@@ -256,8 +238,7 @@ TEST(Textures, HeightsBecomeDitheredGreys) {
 }
 
 template <class Fill> void run_fill(Workspace &w, const Fill &fill) {
-    uint8_t *dst[3] = {w.result(w.count()), w.result(w.count()), w.result(w.count())};
-    fill(1, 2, 3, 4, 5, 6, w.width, w.height, dst[0], dst[1], dst[2]);
+    call(fill, 1, 2, 3, 4, 5, 6, w.size(), w.results());
 }
 
 const BulkCase cases[] = {
@@ -267,27 +248,24 @@ const BulkCase cases[] = {
      [](Workspace &w) {
          // Neither the last row's end nor more of the tile than it has is touched.
          const std::size_t count = w.count() - 1;
-         uint8_t *src[3] = {w.buffer(count), w.buffer(count), w.buffer(count)};
-         uint8_t *dst[3] = {w.buffer(count), w.buffer(count), w.buffer(count)};
+         const auto src = w.buffers(count);
+         const auto dst = w.buffers(count);
          const int32_t percent = w.integer(30, 300);
-         xDoWeave(percent, w.width, w.height, 13, 7, w.buffer(91), src[0], src[1], src[2], dst[0], dst[1], dst[2]);
+         call(xDoWeave, percent, w.size(), 13, 7, w.buffer(91), src, dst);
      }},
     {"xCrystalize",
      [](Workspace &w) {
          Picture size(w.width, w.height);
          const auto seeds = crystal_seeds(40, size);
-         float *heights = w.floats(w.count(), -1, 100);
-         uint8_t *dst[3] = {w.buffer(w.count()), w.buffer(w.count()), w.buffer(w.count())};
-         xCrystalize(w.width, w.height, 20, 1, w.integer(2, 300), 0, 2, 0, 0, dst[0], dst[1], dst[2], seeds.data(),
-                     heights);
+         call(xCrystalize, w.size(), 20, 1, w.integer(2, 300), 0, 2, 0, 0, w.buffers(), seeds.data(),
+              w.floats(w.count(), -1, 100));
      }},
     // Heights so low that the dither rounds off: what they become does not depend on the threads' numbers.
     {"xcellular",
      [](Workspace &w) {
          float *heights = w.floats(w.count(), 0, 255);
          for (std::size_t i = 0; i < w.count(); ++i) heights[i] = -0x1p25F - 4 * std::floor(heights[i]);
-         uint8_t *dst[3] = {w.result(w.count()), w.result(w.count()), w.result(w.count())};
-         xcellular(w.width, w.height, 9, 0, 8, 0, 1, 1, w.integer(0, 1), dst[0], dst[1], dst[2], nullptr, heights);
+         call(xcellular, w.size(), 9, 0, 8, 0, 1, 1, w.integer(0, 1), w.results(), nullptr, heights);
      }},
 };
 

@@ -1,7 +1,6 @@
 #include "tavik/lighting/lighting.h"
 
 #include <array>
-#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <limits>

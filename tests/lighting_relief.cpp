@@ -2,7 +2,6 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
-#include <limits>
 #include <type_traits>
 #include <vector>
 
@@ -15,8 +14,6 @@ using namespace tavik_test;
 
 namespace {
 
-using Bytes = std::vector<uint8_t>;
-using Floats = std::vector<float>;
 constexpr int32_t side = 9;
 constexpr std::size_t count = side * side;
 
@@ -26,10 +23,6 @@ template <class Sample = uint8_t, class Value> std::vector<Sample> plane_of(cons
     for (int32_t y = 0; y < side; ++y)
         for (int32_t x = 0; x < side; ++x) plane.push_back(static_cast<Sample>(value(x, y)));
     return plane;
-}
-
-template <class Sample> std::vector<Sample> row_of(const std::vector<Sample> &plane, std::ptrdiff_t y) {
-    return {plane.begin() + y * side, plane.begin() + (y + 1) * side};
 }
 
 const Bytes ramp = plane_of([](int32_t x, int32_t y) { return 10 * x + y; });
@@ -80,12 +73,12 @@ TEST(Lighting, ReliefsInGrey) {
                           {rising, {0, 0, -3}, 0.2F, 51},
                           {rising, {0, 3, 4}, 0, 144}}) {
         Bytes dst(count);
-        CPU_hightmap_r2(side, side, 0.1F, c.light[0], c.light[1], c.light[2], c.ambient, c.heights.data(), dst.data());
+        call(CPU_hightmap_r2, side, side, 0.1F, c.light, c.ambient, c.heights.data(), dst.data());
         EXPECT_EQ(dst[40], c.grey);
     }
     Bytes dst(count);
     CPU_hightmap_r2(side, side, 0.1F, 0, 0, 1, 0, rising.data(), dst.data());
-    EXPECT_EQ(row_of(dst, 0), (Bytes{228, 180, 180, 180, 180, 180, 180, 180, 228}));
+    EXPECT_EQ(row_of(dst, 0, side), (Bytes{228, 180, 180, 180, 180, 180, 180, 180, 228}));
 }
 
 TEST(Lighting, ReliefsInColour) {
@@ -94,11 +87,11 @@ TEST(Lighting, ReliefsInColour) {
     const Bytes byte_colour(count, 100);
     for (const auto &[specular, expected] : {std::pair{0.5F, 157.764862F}, {0.0F, 100.0F}}) {
         std::array<Floats, 3> floats = {colour, Floats(count), Floats(count)};
-        CPU_hightmap_r3_float(side, side, 0.1F, -1, 0, 1, 0.2F, specular, 10, heights.data(), floats[0].data(),
-                              colour.data(), colour.data(), floats[0].data(), floats[1].data(), floats[2].data());
-        std::array<Bytes, 3> bytes = {Bytes(count), Bytes(count), Bytes(count)};
-        CPU_hightmap_r3(side, side, 0.1F, -1, 0, 1, 0.2F, specular, 10, rising.data(), byte_colour.data(),
-                        byte_colour.data(), byte_colour.data(), bytes[0].data(), bytes[1].data(), bytes[2].data());
+        call(CPU_hightmap_r3_float, side, side, 0.1F, -1, 0, 1, 0.2F, specular, 10, heights, floats[0].data(),
+             colour.data(), colour.data(), floats);
+        Planes bytes = planes_of(count);
+        call(CPU_hightmap_r3, side, side, 0.1F, -1, 0, 1, 0.2F, specular, 10, rising, byte_colour, byte_colour,
+             byte_colour, bytes);
         EXPECT_FLOAT_EQ(floats[1][40], expected);
         EXPECT_EQ(floats[0], floats[2]);
         for (std::size_t plane = 0; plane < 3; ++plane)
@@ -134,9 +127,8 @@ TEST(Lighting, LampsOverAPicture) {
     const std::array<float, 36> lamps = {2,  3, 12, 1,    0.5F, 0.2F, 90, 1,    1, 0.5F, 30, 9,  //
                                          8,  1, 5,  0.1F, 0.5F, 0.9F, 20, 0.2F, 1, 1,    9,  30, //
                                          -9, 4, 3,  1,    1,    1,    0,  1,    1, 1,    99, 1};
-    std::array<Bytes, 3> dst = {Bytes(count), Bytes(count), Bytes(count)};
-    xLighting(side, side, 0.15F, 0.5F, lamps.data(), 3, heights.data(), normals.data(), ramp.data(), ramp.data(),
-              ramp.data(), dst[0].data(), dst[1].data(), dst[2].data());
+    Planes dst = planes_of(count);
+    call(xLighting, side, side, 0.15F, 0.5F, lamps.data(), 3, heights, normals, ramp, ramp, ramp, dst);
     const std::array<float, 3> view = {0, 0, 1};
     for (std::size_t i = 0; i < count; ++i) {
         const std::array<float, 3> point = {static_cast<float>(i % side), static_cast<float>(i / side),
@@ -156,14 +148,13 @@ TEST(Lighting, LampsOverAPicture) {
 
 TEST(Lighting, BallsOfGlass) {
     const auto through = [](float index, float depth, float tint, float rim) {
-        std::array<Bytes, 3> dst = {Bytes(count), Bytes(count), Bytes(count)};
-        SphereInnards(side, side, 4, 4, 4, index, depth, tint, 255, 255, rim, ramp.data(), ramp.data(), ramp.data(),
-                      dst[0].data(), dst[1].data(), dst[2].data());
+        Planes dst = planes_of(count);
+        call(SphereInnards, side, side, 4, 4, 4, index, depth, tint, 255, 255, rim, ramp, ramp, ramp, dst);
         return dst;
     };
     EXPECT_EQ(through(1, 2, 255, 0)[0], ramp);
-    EXPECT_EQ(row_of(through(1.5F, 1, 255, 0)[0], 4), (Bytes{39, 37, 38, 41, 44, 47, 50, 51, 49}));
-    EXPECT_EQ(row_of(through(1.5F, 4, 255, 0)[2], 4), (Bytes{44, 84, 84, 61, 44, 27, 4, 4, 44}));
+    EXPECT_EQ(row_of(through(1.5F, 1, 255, 0)[0], 4, side), (Bytes{39, 37, 38, 41, 44, 47, 50, 51, 49}));
+    EXPECT_EQ(row_of(through(1.5F, 4, 255, 0)[2], 4, side), (Bytes{44, 84, 84, 61, 44, 27, 4, 4, 44}));
     const auto tinted = through(1.5F, 1, 127.5F, 0);
     EXPECT_EQ(tinted[0][40], 22);
     EXPECT_EQ(tinted[1][40], 44);
@@ -182,10 +173,9 @@ TEST(Lighting, BubbleShadows) {
     for (const Case &c : {Case{0.8F, 0, {188, 120, 105, 132, 144, 132, 105, 120, 188}},
                           {0, 0.2F, {200, 200, 200, 212, 240, 212, 200, 200, 200}},
                           {0, 0, Bytes(9, 200)}}) {
-        std::array<Bytes, 3> planes = {Bytes(count, 200), Bytes(count, 200), Bytes(count, 200)};
-        xBubbleShadow(side, side, 4, 4, 3, 0.5F, c.opacity, c.focus, planes[0].data(), planes[1].data(),
-                      planes[2].data());
-        EXPECT_EQ(row_of(planes[0], 4), c.row);
+        Planes planes = planes_of(count, 200);
+        call(xBubbleShadow, side, side, 4, 4, 3, 0.5F, c.opacity, c.focus, planes);
+        EXPECT_EQ(row_of(planes[0], 4, side), c.row);
         EXPECT_EQ(planes[0], planes[2]);
         EXPECT_EQ(planes[0][0], 200);
     }
@@ -200,11 +190,11 @@ TEST(Lighting, OcclusionByTheHorizon) {
     const Floats heights = ridge<float>();
     Floats sum(count);
     xOcclusionAdder(side, side, heights.data(), 0, 4, 4, 1, sum.data());
-    EXPECT_EQ(row_of(sum, 4), (Floats{0, 0.338719487F, 0.649119258F, 0.859292865F, 0.967724204F, 0, 0, 0, 0}));
+    EXPECT_EQ(row_of(sum, 4, side), (Floats{0, 0.338719487F, 0.649119258F, 0.859292865F, 0.967724204F, 0, 0, 0, 0}));
 
     Bytes openness(count);
     xDoOcclusion(side, side, ridge<uint8_t>().data(), 8, 4, 4, 1, openness.data());
-    EXPECT_EQ(row_of(openness, 4), (Bytes{255, 244, 218, 183, 165, 255, 165, 183, 218}));
+    EXPECT_EQ(row_of(openness, 4, side), (Bytes{255, 244, 218, 183, 165, 255, 165, 183, 218}));
 
     // All directions at once are the sum of the directions.
     for (const int32_t directions : {3, 8, 17, 24}) {
@@ -219,10 +209,10 @@ TEST(Lighting, OcclusionByTheHorizon) {
             ASSERT_EQ(open[i], 1 - sum[i] * (1 / static_cast<float>(directions))) << directions;
     }
 
-    std::array<Bytes, 3> planes = {Bytes(2, 200), Bytes(2, 100), Bytes(2, 50)};
+    Planes planes = {Bytes(2, 200), Bytes(2, 100), Bytes(2, 50)};
     const Floats two = {0, 4};
-    xOcclusionBlender(2, 1, two.data(), 8, 1, planes[0].data(), planes[1].data(), planes[2].data());
-    EXPECT_EQ(planes, (std::array<Bytes, 3>{Bytes{200, 100}, {100, 50}, {50, 25}}));
+    call(xOcclusionBlender, 2, 1, two, 8, 1, planes);
+    EXPECT_EQ(planes, (Planes{Bytes{200, 100}, {100, 50}, {50, 25}}));
 }
 
 TEST(Lighting, ShadowsOfRays) {
@@ -237,92 +227,68 @@ TEST(Lighting, ShadowsOfRays) {
                           {180, 1, 0, {255, 255, 255, 255, 255, 255, 0, 0, 0}}}) {
         Bytes dst(count);
         xDoRaytraceShadow(side, side, heights.data(), c.degrees, c.rise, 8, c.softness, dst.data());
-        EXPECT_EQ(row_of(dst, 4), c.row) << c.degrees;
+        EXPECT_EQ(row_of(dst, 4, side), c.row) << c.degrees;
     }
 }
-
-constexpr float nan = std::numeric_limits<float>::quiet_NaN();
-
-// Three sources and their destinations of one kind of sample.
-struct Pictures {
-    uint8_t *src[3];
-    uint8_t *dst[3];
-
-    explicit Pictures(Workspace &w) {
-        for (int i = 0; i < 3; ++i) src[i] = w.buffer(w.count());
-        for (int i = 0; i < 3; ++i) dst[i] = w.result_of(src[i], w.count());
-    }
-};
 
 template <auto Export, class Height> void occlude(Workspace &w) {
     Height *heights;
     if constexpr (std::is_same_v<Height, float>)
         heights = w.floats(w.count(), 0, 90);
     else
-        heights = w.buffer(w.count());
-    Export(w.width, w.height, heights, w.integer(1, 9), w.integer(1, 40), w.integer(1, 30), w.real(0, 2),
-           w.result<Height>(w.count()));
+        heights = w.buffer();
+    call(Export, w.size(), heights, w.integer(1, 9), w.integer(1, 40), w.integer(1, 30), w.real(0, 2),
+         w.result<Height>());
 }
 
 const BulkCase cases[] = {
     {"x_F_Convolve_Normals",
      [](Workspace &w) {
-         float *heights = w.floats(w.count(), -9, 9);
-         x_F_Convolve_Normals(w.width, w.height, w.real(-1, 2), heights, w.result<float>(3 * w.count()));
+         call(x_F_Convolve_Normals, w.size(), w.real(-1, 2), w.floats(w.count(), -9, 9),
+              w.result<float>(3 * w.count()));
      }},
     {"xNormalMap",
-     [](Workspace &w) {
-         uint8_t *heights = w.buffer(w.count());
-         xNormalMap(w.width, w.height, w.real(-1, 2), w.integer(0, 1), heights, w.result(w.count()),
-                    w.result(w.count()), w.result(w.count()));
-     }},
+     [](Workspace &w) { call(xNormalMap, w.size(), w.real(-1, 2), w.integer(0, 1), w.buffer(), w.results()); }},
     {"xLighting",
      [](Workspace &w) {
          float *lamps = w.floats(24, 0.5F, 40);
          lamps[17] = w.real(-1, 1);
-         const Pictures p(w);
-         float *heights = w.floats(w.count(), -9, 9);
-         float *normals = w.floats(3 * w.count(), -1, 1);
-         xLighting(w.width, w.height, 0.2F, w.real(0, 1), lamps, 2, heights, normals, p.src[0], p.src[1], p.src[2],
-                   p.dst[0], p.dst[1], p.dst[2]);
+         const auto src = w.buffers();
+         call(xLighting, w.size(), 0.2F, w.real(0, 1), lamps, 2, w.floats(w.count(), -9, 9),
+              w.floats(3 * w.count(), -1, 1), src, w.results_of(src));
      },
      true},
     {"CPU_hightmap_r2",
      [](Workspace &w) {
-         uint8_t *heights = w.buffer(w.count());
-         CPU_hightmap_r2(w.width, w.height, w.real(-1, 2), w.real(-1, 1), w.real(-1, 1), w.real(0, 1), 0.1F, heights,
-                         w.result(w.count()));
+         call(CPU_hightmap_r2, w.size(), w.real(-1, 2), w.real(-1, 1), w.real(-1, 1), w.real(0, 1), 0.1F, w.buffer(),
+              w.result());
      }},
     {"CPU_hightmap_r3",
      [](Workspace &w) {
-         const Pictures p(w);
-         CPU_hightmap_r3(w.width, w.height, w.real(0, 1), w.real(-1, 1), w.real(-1, 1), w.real(0, 1), 0.1F, 0.8F,
-                         w.real(1, 40), w.buffer(w.count()), p.src[0], p.src[1], p.src[2], p.dst[0], p.dst[1],
-                         p.dst[2]);
+         const auto src = w.buffers();
+         call(CPU_hightmap_r3, w.size(), w.real(0, 1), w.real(-1, 1), w.real(-1, 1), w.real(0, 1), 0.1F, 0.8F,
+              w.real(1, 40), w.buffer(), src, w.results_of(src));
      },
      true},
     {"CPU_hightmap_r3_float",
      [](Workspace &w) {
          float *src[3] = {w.floats(w.count(), 0, 255), w.floats(w.count(), 0, 255), w.floats(w.count(), 0, 255)};
-         float *heights = w.floats(w.count(), 0, 255);
-         CPU_hightmap_r3_float(w.width, w.height, w.real(0, 1), w.real(-1, 1), w.real(-1, 1), w.real(0, 1), 0.1F, 0.8F,
-                               w.real(1, 40), heights, src[0], src[1], src[2], w.result<float>(w.count()),
-                               w.result<float>(w.count()), w.result<float>(w.count()));
+         call(CPU_hightmap_r3_float, w.size(), w.real(0, 1), w.real(-1, 1), w.real(-1, 1), w.real(0, 1), 0.1F, 0.8F,
+              w.real(1, 40), w.floats(w.count(), 0, 255), src, w.result<float>(), w.result<float>(), w.result<float>());
      }},
     {"SphereInnards",
      [](Workspace &w) {
-         uint8_t *src[3] = {w.buffer(w.count()), w.buffer(w.count()), w.buffer(w.count())};
-         uint8_t *dst[3] = {w.result(w.count()), w.result(w.count()), w.result(w.count())};
-         for (const float cx : {nan, static_cast<float>(w.width) / 2})
-             SphereInnards(w.width, w.height, cx, w.real(0, 9), w.real(1, 90), w.real(1, 2), w.real(1, 4), 200, 255,
-                           255, 0.5F, src[0], src[1], src[2], dst[0], dst[1], dst[2]);
+         const auto src = w.buffers();
+         const auto dst = w.results();
+         for (const float cx : {no_number, static_cast<float>(w.width) / 2})
+             call(SphereInnards, w.size(), cx, w.real(0, 9), w.real(1, 90), w.real(1, 2), w.real(1, 4), 200, 255, 255,
+                  0.5F, src, dst);
      }},
     {"xBubbleShadow",
      [](Workspace &w) {
-         uint8_t *planes[3] = {w.buffer(w.count()), w.buffer(w.count()), w.buffer(w.count())};
-         for (const float cx : {nan, w.real(0, 99)})
-             xBubbleShadow(w.width, w.height, cx, w.real(0, 9), w.real(1, 90), w.real(0, 1), 0.8F, 0.2F, planes[0],
-                           planes[1], planes[2]);
+         const auto planes = w.buffers();
+         for (const float cx : {no_number, w.real(0, 99)})
+             call(xBubbleShadow, w.size(), cx, w.real(0, 9), w.real(1, 90), w.real(0, 1), 0.8F, 0.2F, planes);
      }},
 };
 
@@ -331,24 +297,19 @@ const BulkCase occlusion_cases[] = {
      [](Workspace &w) {
          float *heights = w.floats(w.count(), 0, 90);
          float *sum = w.floats(w.count(), 0, 1);
-         for (const float degrees : {w.real(-400, 400), 1e30F, nan})
-             xOcclusionAdder(w.width, w.height, heights, degrees, w.integer(1, 40), w.integer(1, 30), w.real(0, 2),
-                             sum);
+         for (const float degrees : {w.real(-400, 400), 1e30F, no_number})
+             call(xOcclusionAdder, w.size(), heights, degrees, w.integer(1, 40), w.integer(1, 30), w.real(0, 2), sum);
      }},
     {"xOcclusionBlender",
-     [](Workspace &w) {
-         float *sum = w.floats(w.count(), 0, 9);
-         xOcclusionBlender(w.width, w.height, sum, 8, w.real(0, 2), w.buffer(w.count()), w.buffer(w.count()),
-                           w.buffer(w.count()));
-     }},
+     [](Workspace &w) { call(xOcclusionBlender, w.size(), w.floats(w.count(), 0, 9), 8, w.real(0, 2), w.buffers()); }},
     {"CPUxDoOcclusion_f", occlude<CPUxDoOcclusion_f, float>},
     {"xDoOcclusion", occlude<xDoOcclusion, uint8_t>},
     {"xDoRaytraceShadow",
      [](Workspace &w) {
          float *heights = w.floats(w.count(), 0, 90);
-         uint8_t *dst = w.result(w.count());
-         for (const float degrees : {nan, w.real(-400, 400)})
-             xDoRaytraceShadow(w.width, w.height, heights, degrees, w.real(0, 2), w.integer(1, 40), w.real(0, 2), dst);
+         uint8_t *dst = w.result();
+         for (const float degrees : {no_number, w.real(-400, 400)})
+             call(xDoRaytraceShadow, w.size(), heights, degrees, w.real(0, 2), w.integer(1, 40), w.real(0, 2), dst);
      }},
 };
 

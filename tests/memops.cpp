@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <numeric>
 #include <random>
-#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -15,8 +14,6 @@
 using namespace tavik_test;
 
 namespace {
-
-using Bytes = std::vector<uint8_t>;
 
 TEST(Memops, ByteOperationsGiveTheirWholeTables) {
     Bytes src(65536);
@@ -109,25 +106,25 @@ TEST(Memops, QuicksortSortsEveryLength) {
 }
 
 TEST(Memops, ParallelSortRunsTwoPhasesFewerThanElements) {
-    std::vector<float> two = {2, 1};
+    Floats two = {2, 1};
     xParallelSort(two.data(), 2);
-    EXPECT_EQ(two, (std::vector<float>{2, 1}));
-    std::vector<float> three = {3, 2, 1};
+    EXPECT_EQ(two, (Floats{2, 1}));
+    Floats three = {3, 2, 1};
     xParallelSort(three.data(), 3);
-    EXPECT_EQ(three, (std::vector<float>{2, 3, 1}));
+    EXPECT_EQ(three, (Floats{2, 3, 1}));
     xParallelSort(three.data(), -2147483647 - 1);
-    EXPECT_EQ(three, (std::vector<float>{2, 3, 1}));
+    EXPECT_EQ(three, (Floats{2, 3, 1}));
 }
 
 // What holds in every interleaving: no value is made up, and order once reached stays.
 TEST(Memops, ParallelSortMovesOnlyWhatIsOutOfOrder) {
-    std::vector<float> sorted(1000);
+    Floats sorted(1000);
     std::iota(sorted.begin(), sorted.end(), -500.0F);
-    std::vector<float> data = sorted;
+    Floats data = sorted;
     xParallelSort(data.data(), 1000);
     EXPECT_EQ(data, sorted);
     std::shuffle(data.begin(), data.end(), std::mt19937(3));
-    const std::vector<float> before = data;
+    const Floats before = data;
     xParallelSort(data.data(), 1000);
     EXPECT_NE(data, before);
     for (const float value : data) EXPECT_TRUE(std::binary_search(sorted.begin(), sorted.end(), value));
@@ -135,8 +132,7 @@ TEST(Memops, ParallelSortMovesOnlyWhatIsOutOfOrder) {
 
 template <auto Export> void on_blocks(Workspace &w) {
     w.width *= 16;
-    uint8_t *src = w.buffer(w.count());
-    Export(w.width, w.height, src, w.buffer(w.count()));
+    call(Export, w.size(), w.buffer(), w.buffer());
 }
 
 const BulkCase cases[] = {
@@ -146,15 +142,13 @@ const BulkCase cases[] = {
     {"moveSSE",
      [](Workspace &w) {
          const auto words = static_cast<int32_t>(w.count()) * 4;
-         uint8_t *src = w.buffer(w.count() * 16);
-         moveSSE(src, w.buffer(w.count() * 16), words);
+         moveSSE(w.buffer(w.count() * 16), w.buffer(w.count() * 16), words);
      }},
     {"moveASM",
      [](Workspace &w) {
-         uint8_t *src = w.buffer(w.count() / 4 * 4);
-         moveASM(src, w.buffer(w.count() / 4 * 4), static_cast<int32_t>(w.count()));
+         moveASM(w.buffer(w.count() / 4 * 4), w.buffer(w.count() / 4 * 4), static_cast<int32_t>(w.count()));
      }},
-    {"quicksort", [](Workspace &w) { quicksort(w.buffer(w.count()), static_cast<int32_t>(w.count())); }},
+    {"quicksort", [](Workspace &w) { quicksort(w.buffer(), static_cast<int32_t>(w.count())); }},
 };
 
 const BulkFamily family("Memops", cases);

@@ -4,7 +4,6 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
-#include <limits>
 #include <string_view>
 #include <type_traits>
 #include <utility>
@@ -37,7 +36,7 @@ template <class Sample> struct Canvas {
     int32_t x_max;
     int32_t y_max;
     std::array<std::vector<Sample>, 3> planes;
-    std::vector<float> depths;
+    Floats depths;
 
     // depth(x) is the depth of column x.
     template <class Depth>
@@ -63,14 +62,14 @@ template <auto Export, class SampleType> struct Variant {
 
     static void call(const Dab &d, int32_t x_max, int32_t y_max, const std::array<Sample *, 3> &planes,
                      const float *depths) {
-        const auto call = [&](auto... depth) {
-            Export(d.cx, d.cy, d.diameter, d.feather, d.colour[0], d.colour[1], d.colour[2], d.opacity, x_max, y_max,
-                   planes[0], planes[1], planes[2], depth...);
+        const auto paint = [&](auto... depth) {
+            tavik_test::call(Export, d.cx, d.cy, d.diameter, d.feather, d.colour, d.opacity, x_max, y_max, planes,
+                             depth...);
         };
         if constexpr (std::is_same_v<decltype(Export), decltype(&FeatheredCircle_ppl_float_zbuffer)>)
-            call(dab_depth, depths);
+            paint(dab_depth, depths);
         else
-            call();
+            paint();
     }
 
     static void paint(const Dab &dab, Canvas<Sample> &canvas) {
@@ -95,7 +94,7 @@ template <class V> using CanvasOf = Canvas<typename V::Sample>;
 // What a dab makes of samples 100 to the right of its centre and below it.
 struct Profile {
     float diameter, feather, colour, opacity;
-    std::vector<float> samples; // from the centre to the last that changes
+    Floats samples; // from the centre to the last that changes
 };
 
 template <class V> void expect_profiles(const V &variant, const std::vector<Profile> &profiles) {
@@ -219,7 +218,6 @@ TEST(Paint, DabsAreRound) {
 
 TEST(Paint, BoxesOutsideThePlanesPaintNothing) {
     constexpr float huge = 1e10F;
-    constexpr float infinity = std::numeric_limits<float>::infinity();
     const Point centres[] = {{-30, 5}, {5, 40}, {50, 5}, {5, -huge}, {huge, 5}, {-huge, huge}, {infinity, 5}};
     for_each_variant([&](const auto &variant) {
         const CanvasOf<std::decay_t<decltype(variant)>> blank(9, 9);
@@ -267,12 +265,10 @@ struct Line {
 
 // The first plane, of samples 40, after lines of colour 100.
 std::vector<int> drawn(int32_t width, int32_t height, const std::vector<Line> &lines, float colour = 100) {
-    std::array<std::vector<uint8_t>, 3> planes;
-    planes.fill(std::vector<uint8_t>(static_cast<std::size_t>(width * height), 40));
+    Planes planes = planes_of(static_cast<std::size_t>(width * height), 40);
     for (const Line &line : lines)
-        xAAFloatLine(line.x0, line.y0, line.x1, line.y1, colour, 40, 140, width, height, planes[0].data(),
-                     planes[1].data(), planes[2].data());
-    EXPECT_EQ(planes[1], std::vector<uint8_t>(planes[1].size(), 40));
+        call(xAAFloatLine, line.x0, line.y0, line.x1, line.y1, colour, 40, 140, width, height, planes);
+    EXPECT_EQ(planes[1], Bytes(planes[1].size(), 40));
     return {planes[0].begin(), planes[0].end()};
 }
 
@@ -340,12 +336,12 @@ template <const auto &variant> void paint_in(Workspace &w) {
 }
 
 void draw_lines_in(Workspace &w) {
-    uint8_t *planes[3] = {w.buffer(w.count()), w.buffer(w.count()), w.buffer(w.count())};
+    const auto planes = w.buffers();
     const auto right = static_cast<float>(w.width + 9);
     const auto bottom = static_cast<float>(w.height + 9);
     for (int32_t line = 0; line < 9; ++line)
-        xAAFloatLine(w.real(-9, right), w.real(-9, bottom), w.real(-9, right), w.real(-9, bottom), w.real(0, 255),
-                     w.real(0, 255), 300, w.width, w.height, planes[0], planes[1], planes[2]);
+        call(xAAFloatLine, w.real(-9, right), w.real(-9, bottom), w.real(-9, right), w.real(-9, bottom), w.real(0, 255),
+             w.real(0, 255), 300, w.size(), planes);
 }
 
 const BulkCase cases[] = {

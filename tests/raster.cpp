@@ -4,7 +4,6 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
-#include <limits>
 #include <random>
 #include <vector>
 
@@ -19,24 +18,19 @@ namespace {
 // Three planes and their depth, of rows one sample wider than what is drawn.
 struct Screen {
     int32_t x_limit, y_limit;
-    std::array<std::vector<uint8_t>, 3> planes;
-    std::vector<float> depth;
+    Planes planes;
+    Floats depth;
 
-    Screen(int32_t columns, int32_t rows, float far = 100) : x_limit(columns), y_limit(rows) {
-        const auto count = static_cast<std::size_t>((columns + 1) * rows);
-        for (auto &plane : planes) plane.assign(count, 9);
-        depth.assign(count, far);
-    }
+    Screen(int32_t columns, int32_t rows, float far = 100)
+        : x_limit(columns),
+          y_limit(rows),
+          planes(planes_of(static_cast<std::size_t>((columns + 1) * rows), 9)),
+          depth(planes[0].size(), far) {}
 
-    tavik_triangle triangle() {
-        tavik_triangle t = {};
-        t.x_limit = x_limit;
-        t.y_limit = y_limit;
-        t.plane_r = planes[0].data();
-        t.plane_g = planes[1].data();
-        t.plane_b = planes[2].data();
-        t.depth = depth.data();
-        return t;
+    // Three corners' places, colours and depths, and where they are drawn.
+    tavik_triangle triangle(std::array<int32_t, 6> corners = {}, std::array<int32_t, 9> colours = {},
+                            std::array<float, 3> depths = {}) {
+        return record<tavik_triangle>(corners, colours, depths, x_limit, y_limit, planes, depth);
     }
     std::vector<int> red(int32_t y) const {
         const auto start = planes[0].begin() + y * (x_limit + 1);
@@ -52,20 +46,7 @@ struct Corner {
 };
 
 tavik_triangle triangle_of(Screen &screen, Corner a, Corner b, Corner c) {
-    tavik_triangle t = screen.triangle();
-    t.x0 = a.x;
-    t.y0 = a.y;
-    t.x1 = b.x;
-    t.y1 = b.y;
-    t.x2 = c.x;
-    t.y2 = c.y;
-    t.z0 = a.z;
-    t.z1 = b.z;
-    t.z2 = c.z;
-    t.r0 = a.red;
-    t.r1 = b.red;
-    t.r2 = c.red;
-    return t;
+    return screen.triangle({a.x, a.y, b.x, b.y, c.x, c.y}, {a.red, 0, 0, b.red, 0, 0, c.red, 0, 0}, {a.z, b.z, c.z});
 }
 
 void draw(Screen &screen, Corner a, Corner b, Corner c) {
@@ -132,7 +113,7 @@ TEST(Raster, DepthDecidesStrictly) {
     EXPECT_EQ(screen.red(0), (Row{10, 10, 10, 10, 10, 10, 9}));
     draw(screen, {0, 0, 4.5F, 300}, {5, 0, 5.5F, 300}, {0, 2, 4.5F, 300}); // 300 leaves its low byte.
     EXPECT_EQ(screen.red(0), (Row{44, 44, 44, 10, 10, 10, 9}));
-    draw(screen, {0, 0, std::numeric_limits<float>::quiet_NaN(), 1}, {5, 0, 0, 1}, {0, 2, 0, 1});
+    draw(screen, {0, 0, no_number, 1}, {5, 0, 0, 1}, {0, 2, 0, 1});
     EXPECT_EQ(screen.red(0), (Row{44, 44, 44, 10, 10, 10, 9}));
 }
 
@@ -211,17 +192,16 @@ TEST(Raster, MeshCellsAreTwoTrianglesWithVisibleCorners) {
 constexpr std::array<float, 16> identity = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
 
 TEST(Raster, PointsAreProjectedToTheScreen) {
-    const float nan = std::numeric_limits<float>::quiet_NaN();
     struct Case {
         std::array<float, 3> point;
         int x, y;
         float z;
         bool visible;
     };
-    const Case cases[] = {{{0, 0, 0}, 50, 40, 0, true},  {{0.5F, 0.5F, 0.5F}, 75, 20, 0.5F, true},
-                          {{0, 0, 2}, 0, 0, 0, false},   {{-1.02F, 1.0125F, -1}, -1, -1, -1, true},
-                          {{700, 0, 0}, 0, 0, 0, false}, {{0, -900, 0}, 0, 0, 0, false},
-                          {{0, nan, 0}, 0, 0, 0, false}, {{0, 0, nan}, 0, 0, 0, false}};
+    const Case cases[] = {{{0, 0, 0}, 50, 40, 0, true},        {{0.5F, 0.5F, 0.5F}, 75, 20, 0.5F, true},
+                          {{0, 0, 2}, 0, 0, 0, false},         {{-1.02F, 1.0125F, -1}, -1, -1, -1, true},
+                          {{700, 0, 0}, 0, 0, 0, false},       {{0, -900, 0}, 0, 0, 0, false},
+                          {{0, no_number, 0}, 0, 0, 0, false}, {{0, 0, no_number}, 0, 0, 0, false}};
     for (const Case &c : cases) {
         const uint32_t colour = 0xFF332211;
         tavik_mesh_vertex v;
@@ -286,45 +266,19 @@ TEST(Raster, TriangleColorInterpolatesAndRounds) {
 }
 
 struct TexturedScreen {
-    std::array<std::vector<uint8_t>, 3> texture;
-    std::array<std::vector<uint8_t>, 3> planes;
-    std::vector<float> depth = std::vector<float>(81, 100);
+    Planes texture = planes_of(81, 0);
+    Planes planes = planes_of(81, 9);
+    Floats depth = Floats(81, 100);
 
     TexturedScreen() {
         for (auto &plane : texture)
-            for (int32_t i = 0; i < 81; ++i) plane.push_back(static_cast<uint8_t>(i % 9 * 10 + i / 9));
-        for (auto &plane : planes) plane.assign(81, 9);
+            for (std::size_t i = 0; i < 81; ++i) plane[i] = static_cast<uint8_t>(i % 9 * 10 + i / 9);
     }
 
     // A right triangle whose texture lies as the picture does.
     tavik_textured_triangle triangle(float w1, int32_t smooth) {
-        return {0,
-                0,
-                1,
-                0,
-                0,
-                8,
-                0,
-                w1,
-                8,
-                0,
-                0,
-                8,
-                1,
-                0,
-                8,
-                9,
-                9,
-                9,
-                9,
-                smooth,
-                texture[0].data(),
-                texture[1].data(),
-                texture[2].data(),
-                planes[0].data(),
-                planes[1].data(),
-                planes[2].data(),
-                depth.data()};
+        return record<tavik_textured_triangle>(std::array<float, 15>{0, 0, 1, 0, 0, 8, 0, w1, 8, 0, 0, 8, 1, 0, 8}, 9,
+                                               9, 9, 9, smooth, texture, planes, depth);
     }
     Row red(std::size_t y) const {
         return {planes[0].begin() + static_cast<std::ptrdiff_t>(9 * y),
@@ -351,37 +305,11 @@ TEST(Raster, TexturesAreDrawnInPerspective) {
 }
 
 tavik_clipped_triangle in_camera_space(const tavik_textured_triangle &t, float z0, float z1, float z2) {
-    return {(t.x0 - 4) * z0 / 4,
-            (t.y0 - 4) * z0 / 4,
-            z0,
-            t.u0,
-            t.v0,
-            (t.x1 - 4) * z1 / 4,
-            (t.y1 - 4) * z1 / 4,
-            z1,
-            t.u1,
-            t.v1,
-            (t.x2 - 4) * z2 / 4,
-            (t.y2 - 4) * z2 / 4,
-            z2,
-            t.u2,
-            t.v2,
-            4,
-            4,
-            4,
-            0.5F,
-            t.texture_width,
-            t.texture_height,
-            t.width,
-            t.height,
-            t.smooth,
-            t.texture_r,
-            t.texture_g,
-            t.texture_b,
-            t.plane_r,
-            t.plane_g,
-            t.plane_b,
-            t.depth};
+    const auto back = [](float at, float z) { return (at - 4) * z / 4; };
+    return record<tavik_clipped_triangle>(
+        std::array{back(t.x0, z0), back(t.y0, z0), z0, t.u0, t.v0, back(t.x1, z1), back(t.y1, z1), z1, t.u1, t.v1,
+                   back(t.x2, z2), back(t.y2, z2), z2, t.u2, t.v2, 4.0F, 4.0F, 4.0F, 0.5F},
+        9, 9, 9, 9, t.smooth, t.texture_r, t.texture_g, t.texture_b, t.plane_r, t.plane_g, t.plane_b, t.depth);
 }
 
 TEST(Raster, TrianglesAreCutAtTheNearPlane) {
@@ -432,26 +360,21 @@ TEST(Raster, RaysMeetTriangles) {
         const std::array<float, 3> v0 = {0, 0, 0};
         const std::array<float, 3> v1 = {c.scale, 0, 0};
         const std::array<float, 3> v2 = {0, c.scale, 0};
+        SCOPED_TRACE(&c - cases);
         float distance = -9;
         EXPECT_EQ(
             triangle_intersection(v0.data(), v1.data(), v2.data(), c.origin.data(), c.direction.data(), &distance),
             c.hit);
-        EXPECT_EQ(distance, c.hit != 0 ? c.distance : -9) << &c - cases;
-        std::array<float, 3> hit = {-9, -9, -9};
-        EXPECT_EQ(
-            xRayTriangleIntersect(c.origin.data(), c.direction.data(), v0.data(), v1.data(), v2.data(), 1, hit.data()),
-            c.faced_hit)
-            << &c - cases;
-        if (c.faced_hit != 0) {
-            EXPECT_EQ(hit[0], c.distance);
-            EXPECT_FLOAT_EQ(hit[1], c.origin[0] / c.scale);
-            EXPECT_FLOAT_EQ(hit[2], c.origin[1] / c.scale);
-        } else {
-            EXPECT_EQ(hit[0], -9);
-        }
-        EXPECT_EQ(
-            xRayTriangleIntersect(c.origin.data(), c.direction.data(), v0.data(), v2.data(), v1.data(), 1, hit.data()),
-            &c - cases == 2 ? 1 : 0);
+        EXPECT_EQ(distance, c.hit != 0 ? c.distance : -9);
+        Floats hit = {-9, -9, -9};
+        const auto faced = [&](auto &b, auto &d) {
+            return xRayTriangleIntersect(c.origin.data(), c.direction.data(), v0.data(), b.data(), d.data(), 1,
+                                         hit.data());
+        };
+        EXPECT_EQ(faced(v1, v2), c.faced_hit);
+        const Floats expected = {c.distance, c.origin[0] / c.scale, c.origin[1] / c.scale};
+        for (std::size_t i = 0; i < 3; ++i) EXPECT_FLOAT_EQ(hit[i], c.faced_hit != 0 ? expected[i] : -9);
+        EXPECT_EQ(faced(v2, v1), &c - cases == 2 ? 1 : 0);
     }
     const std::array<double, 3> v0 = {0, 0, 0};
     const std::array<double, 3> v1 = {1e-4, 0, 0};
@@ -464,40 +387,30 @@ TEST(Raster, RaysMeetTriangles) {
 }
 
 TEST(Raster, RaysMeetBoxesAndSpheres) {
-    using Vector = std::array<float, 3>;
+    using Vector = Floats;
     struct Case {
         Vector origin, direction;
         int hit;
         float nearest, farthest;
     };
+    const auto expect = [](const Case &c, auto meet, auto... shape) {
+        SCOPED_TRACE(testing::PrintToString(c.origin) + testing::PrintToString(c.direction));
+        float nearest = -9;
+        float farthest = -9;
+        EXPECT_EQ(call(meet, c.origin, c.direction, shape..., &nearest, &farthest), c.hit);
+        EXPECT_EQ(nearest, c.hit != 0 ? c.nearest : -9);
+        EXPECT_EQ(farthest, c.hit != 0 ? c.farthest : -9);
+    };
     const Case boxes[] = {{{-1, 0.5F, 0.5F}, {1, 0, 0}, 1, 1, 2},  {{0.5F, 0.5F, 0.5F}, {1, 0, 0}, 1, 0, 0.5F},
                           {{-1, 1, 0.5F}, {1, 0, 0}, 1, 1, 2},     {{-1, 0.5F, 0.5F}, {-1, 0, 0}, 0, 0, 0},
                           {{-1, 1.01F, 0.5F}, {1, 0, 0}, 0, 0, 0}, {{2, 2, 2}, {-2, -2, -2}, 1, 0.5F, 1},
                           {{-1, 0, 0.5F}, {1, 3, 0}, 0, 0, 0}};
-    for (const Case &c : boxes) {
-        float nearest = -9;
-        float farthest = -9;
-        EXPECT_EQ(rayBoxIntersect(c.origin.data(), c.direction.data(), Vector{0, 0, 0}.data(), Vector{1, 1, 1}.data(),
-                                  &nearest, &farthest),
-                  c.hit)
-            << &c - boxes;
-        EXPECT_EQ(nearest, c.hit != 0 ? c.nearest : -9) << &c - boxes;
-        EXPECT_EQ(farthest, c.hit != 0 ? c.farthest : -9) << &c - boxes;
-    }
+    for (const Case &c : boxes) expect(c, rayBoxIntersect, Vector{0, 0, 0}, Vector{1, 1, 1});
     const Case spheres[] = {{{0, 0, -5}, {0, 0, 1}, 1, 3, 7}, {{0, 0, -5}, {0, 0, 2}, 1, 1.5F, 3.5F},
                             {{0, 0, 0}, {0, 0, 1}, 1, -2, 2}, {{2, 0, -5}, {0, 0, 1}, 1, 5, 5},
                             {{0, 0, 5}, {0, 0, 1}, 0, 0, 0},  {{2.01F, 0, -5}, {0, 0, 1}, 0, 0, 0},
                             {{0, 0, -5}, {0, 0, 0}, 0, 0, 0}};
-    for (const Case &c : spheres) {
-        float nearest = -9;
-        float farthest = -9;
-        EXPECT_EQ(
-            intersectRaySphere(c.origin.data(), c.direction.data(), Vector{0, 0, 0}.data(), 2, &nearest, &farthest),
-            c.hit)
-            << &c - spheres;
-        EXPECT_EQ(nearest, c.hit != 0 ? c.nearest : -9) << &c - spheres;
-        EXPECT_EQ(farthest, c.hit != 0 ? c.farthest : -9) << &c - spheres;
-    }
+    for (const Case &c : spheres) expect(c, intersectRaySphere, Vector{0, 0, 0}, 2);
 }
 
 TEST(Raster, LinesCross) {
@@ -514,8 +427,7 @@ TEST(Raster, LinesCross) {
                           {{0, 0, 4, 0, 5, -1, 5, 4}, 2, 5, 0}}) {
         float x = -9;
         float y = -9;
-        const auto &e = c.ends;
-        EXPECT_EQ(lineIntersection(e[0], e[1], e[2], e[3], e[4], e[5], e[6], e[7], &x, &y), c.result);
+        EXPECT_EQ(call(lineIntersection, c.ends, &x, &y), c.result);
         EXPECT_EQ(x, c.x);
         EXPECT_EQ(y, c.y);
     }
@@ -523,14 +435,8 @@ TEST(Raster, LinesCross) {
 
 // The planes of a picture of w.height rows, of which x_limit = w.width - 1 columns are drawn.
 tavik_triangle triangle_on(Workspace &w) {
-    tavik_triangle t = {};
-    t.x_limit = w.width - 1;
-    t.y_limit = w.height;
-    t.plane_r = w.buffer(w.count());
-    t.plane_g = w.buffer(w.count());
-    t.plane_b = w.buffer(w.count());
-    t.depth = w.floats(w.count(), 0, 100);
-    return t;
+    return record<tavik_triangle>(std::array<int32_t, 15>(), std::array<float, 3>(), w.width - 1, w.height, w.buffers(),
+                                  w.floats(w.count(), 0, 100));
 }
 
 // Corners in, around and well beyond the picture.
@@ -615,15 +521,13 @@ const BulkCase cases[] = {
      }},
     {"Transform3DHelper",
      [](Workspace &w) {
-         Transform3DHelper(w.width, w.height, w.floats(w.count(), -2, 2), 0.5F, w.buffer(w.count()),
-                           w.buffer(w.count()), w.buffer(w.count()), w.floats(16, -2, 2), 100, 80,
-                           w.result<tavik_mesh_vertex>(w.count()));
+         call(Transform3DHelper, w.size(), w.floats(w.count(), -2, 2), 0.5F, w.buffers(), w.floats(16, -2, 2), 100, 80,
+              w.result<tavik_mesh_vertex>());
      }},
     {"Transform3DHelper_2",
      [](Workspace &w) {
-         Transform3DHelper_2(static_cast<int32_t>(w.count()), w.floats(3 * w.count(), -2, 2),
-                             w.buffer<uint32_t>(w.count()), w.floats(16, -2, 2), 100, 80,
-                             w.result<tavik_mesh_vertex>(w.count()));
+         Transform3DHelper_2(static_cast<int32_t>(w.count()), w.floats(3 * w.count(), -2, 2), w.buffer<uint32_t>(),
+                             w.floats(16, -2, 2), 100, 80, w.result<tavik_mesh_vertex>());
      }},
 };
 

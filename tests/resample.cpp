@@ -2,11 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <cstdint>
-#include <limits>
-#include <random>
-#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -16,18 +12,12 @@ using namespace tavik_test;
 
 namespace {
 
-using Bytes = std::vector<uint8_t>;
-
-constexpr float nan = std::numeric_limits<float>::quiet_NaN();
-
-Bytes noise(std::size_t count) {
-    Bytes bytes(count);
-    std::mt19937 random(static_cast<uint32_t>(count));
-    for (uint8_t &byte : bytes) byte = static_cast<uint8_t>(random() % 3 == 0 ? random() % 2 * 255 : random());
-    return bytes;
+// With black and white among the samples.
+Bytes contrasty(std::size_t count) {
+    Bytes samples = noise(count, static_cast<uint32_t>(count));
+    for (std::size_t i = 0; i < count; i += 3) samples[i] = samples[i] % 2 == 0 ? 0 : 255;
+    return samples;
 }
-
-std::size_t area(int32_t width, int32_t height) { return static_cast<std::size_t>(width * height); }
 
 TEST(Resample, BilinearValues) {
     struct Case {
@@ -43,7 +33,7 @@ TEST(Resample, BilinearValues) {
         {0, 10, 0, 10, -0.25F, 0, -2}, // toward zero
         {2147483647, -2, 2147483647, -2, 1.0F, 0, -2147483647 - 1},
         {0, 0, 2147483647, 2147483647, 0, 3, -2147483647 - 1},
-        {1, 2, 3, 4, nan, 0, -2147483647 - 1},
+        {1, 2, 3, 4, no_number, 0, -2147483647 - 1},
     };
     for (const Case &c : cases) EXPECT_EQ(Bilerp(c.p00, c.p10, c.p01, c.p11, c.tx, c.ty), c.expected) << c.p00;
 
@@ -92,45 +82,36 @@ TEST(Resample, CubicValues) {
     EXPECT_FLOAT_EQ(Bspline(0, 0, 0, 6, 0.5F), 0.125F);
 }
 
-// The formula of the passes, term by term.
-uint8_t cubic(float p0, float p1, float p2, float p3, float t) {
-    const float a = 1.5F * p1 - 0.5F * p0 - 1.5F * p2 + 0.5F * p3;
-    const float b = p0 - 2.5F * p1 + 2.0F * p2 - 0.5F * p3;
-    const float c = 0.5F * p2 - 0.5F * p0;
-    return static_cast<uint8_t>(std::clamp(static_cast<int32_t>(((a * t + b) * (t * t)) + c * t + p1), 0, 255));
-}
-
 struct Resize {
     int32_t from, to;
     float scale;
+    uint32_t rows, columns;
 };
 
 // Larger, smaller, the same, a single sample, backwards by less than one.
-const Resize resizes[] = {{100, 341, 0.29F}, {341, 100, 3.4F}, {50, 50, 1},    {1, 600, 0.001F},  {2, 7, 0.25F},
-                          {3, 9, 0.3F},      {5, 40, 0.1F},    {20, 9, -0.1F}, {9000, 1030, 8.7F}};
+const Resize resizes[] = {{100, 341, 0.29F, 0xE0B092D8U, 0x0E15DE0DU}, {341, 100, 3.4F, 0x0A49C12EU, 0x881DE27DU},
+                          {50, 50, 1, 0xB3AE2F23U, 0xB3AE2F23U},       {1, 600, 0.001F, 0x2497EE3DU, 0xAFDAC6EDU},
+                          {2, 7, 0.25F, 0x75AA740BU, 0x17349895U},     {3, 9, 0.3F, 0x71CF0EFBU, 0xB0BFBA39U},
+                          {5, 40, 0.1F, 0xBD74F9CFU, 0x3D35B05BU},     {20, 9, -0.1F, 0x07503F4FU, 0x2EE5D728U},
+                          {9000, 1030, 8.7F, 0x26CFCE88U, 0xDE0BF4D7U}};
 
 TEST(Resample, CubicPasses) {
+    const Bytes src = {0, 0, 200, 200, 0, 255};
+    Bytes row(11);
+    Bytes column(11);
+    DoCubicPass1Helper(src.data(), row.data(), 10, -7, 5, 1, 0.5F, 99);
+    DoCubicPass2Helper(src.data(), column.data(), 0, 11, -7, 5, 99, 0.5F);
+    EXPECT_EQ(row, (Bytes{0, 0, 0, 100, 200, 225, 200, 84, 0, 115, 255}));
+    EXPECT_EQ(column, row);
     for (const Resize &r : resizes) {
         constexpr int32_t lines = 5;
-        const auto expected = [&](const Bytes &src, int32_t k, int32_t line, int32_t step, int32_t line_step) {
-            const float position = static_cast<float>(k) * r.scale;
-            const auto i = static_cast<int32_t>(position);
-            const auto at = [&](int32_t j) -> float {
-                return src[static_cast<std::size_t>(std::clamp(j, 0, r.from - 1) * step + line * line_step)];
-            };
-            return cubic(at(i - 1), at(i), at(i + 1), at(i + 2), position - static_cast<float>(i));
-        };
-        const Bytes src = noise(area(r.from, lines));
+        const Bytes plane = contrasty(area(r.from, lines));
         Bytes rows(area(r.to, lines));
         Bytes columns = rows;
-        DoCubicPass1Helper(src.data(), rows.data(), r.to - 1, -7, r.from - 1, lines, r.scale, 99);
-        DoCubicPass2Helper(src.data(), columns.data(), lines - 1, r.to, -7, r.from - 1, 99, r.scale);
-        for (int32_t k = 0; k < r.to; ++k) {
-            for (int32_t line = 0; line < lines; ++line) {
-                ASSERT_EQ(rows[static_cast<std::size_t>(line * r.to + k)], expected(src, k, line, 1, r.from)) << k;
-                ASSERT_EQ(columns[static_cast<std::size_t>(k * lines + line)], expected(src, k, line, lines, 1)) << k;
-            }
-        }
+        DoCubicPass1Helper(plane.data(), rows.data(), r.to - 1, -7, r.from - 1, lines, r.scale, 99);
+        DoCubicPass2Helper(plane.data(), columns.data(), lines - 1, r.to, -7, r.from - 1, 99, r.scale);
+        EXPECT_EQ(folded(rows), r.rows) << r.from;
+        EXPECT_EQ(folded(columns), r.columns) << r.from;
     }
 }
 
@@ -148,115 +129,72 @@ TEST(Resample, TheCentreOfACubicIsNotClamped) {
     EXPECT_EQ(dst, (Bytes{40, 30, 20, 0, 0, 0}));
 }
 
-TEST(Resample, BicubicIsItsKernelOnEachPatch) {
-    for (const Resize &x : resizes) {
-        for (const Resize &y : {Resize{7, 9, 0.7F}, {9, 3, 4}, {2, 3, 1}, {9, 3, 1e9F}, {9, 2, nan}}) {
-            if (x.from < 2) continue;
-            const Bytes src = noise(area(x.from, y.from));
-            Bytes dst(area(x.to, y.to));
-            xBiCubicHelper(src.data(), dst.data(), x.to, y.to, x.from, y.from, x.scale, y.scale);
-            for (int32_t row = 0; row < y.to; ++row) {
-                for (int32_t column = 0; column < x.to; ++column) {
-                    const auto place = [](int32_t k, float scale, int32_t count, std::array<int32_t, 4> &taps) {
-                        const float position = static_cast<float>(k) * scale;
-                        const bool fits = position < 0x1p31F; // NaN does not.
-                        const int64_t whole = fits ? static_cast<int64_t>(position) : -0x80000000LL;
-                        for (int32_t tap = 0; tap < 4; ++tap) {
-                            const auto wrapped = static_cast<int32_t>(static_cast<uint32_t>(whole - 1 + tap));
-                            taps[static_cast<std::size_t>(tap)] = std::clamp(wrapped, 0, count - 2);
-                        }
-                        return position - static_cast<float>(whole);
-                    };
-                    std::array<int32_t, 4> sx;
-                    std::array<int32_t, 4> sy;
-                    std::array<float, 16> patch;
-                    const float tx = place(column, x.scale, x.from, sx);
-                    const float ty = place(row, y.scale, y.from, sy);
-                    for (std::size_t i = 0; i < 16; ++i)
-                        patch[i] = src[static_cast<std::size_t>(sy[i % 4] * x.from + sx[i / 4])];
-                    const float value = f_bicubicInterpolate(patch.data(), tx, ty);
-                    const float clamped = std::isnan(value) ? 255 : std::clamp(value, 0.0F, 255.0F);
-                    ASSERT_EQ(dst[static_cast<std::size_t>(row * x.to + column)], static_cast<uint8_t>(clamped))
-                        << x.from << ' ' << y.scale << ": " << column << ' ' << row;
-                }
-            }
-        }
+// Whose taps stop at the last column and row but one.
+TEST(Resample, Bicubic) {
+    const Bytes src = {0, 100, 200, 99, 50, 150, 250, 99, 20, 20, 20, 99, 99, 99, 99, 99};
+    Bytes small(5 * 4);
+    xBiCubicHelper(src.data(), small.data(), 5, 4, 4, 4, 0.5F, 0.5F);
+    EXPECT_EQ(small, (Bytes{0, 43, 100, 156, 200, 26, 73, 133, 192, 239, 50, 93, 150, 206, 250, 38, 60, 88, 116, 138}));
+    struct Axis {
+        int32_t from, to;
+        float scale;
+    };
+    struct Case {
+        Axis x, y;
+        uint32_t result;
+    };
+    for (const Case &c : {Case{{100, 341, 0.29F}, {7, 9, 0.7F}, 0x6CEC9F5AU},
+                          {{341, 100, 3.4F}, {9, 3, 4}, 0x533EEB96U},
+                          {{20, 9, -0.1F}, {2, 3, 1}, 0x2549BB74U},
+                          {{3, 9, 0.3F}, {9, 3, 1e9F}, 0xA28AAEBCU},
+                          {{5, 40, 0.1F}, {9, 2, no_number}, 0xB1C0F6B5U},
+                          {{2, 7, 0.25F}, {7, 9, 0.7F}, 0x9D902895U}}) {
+        const Bytes plane = contrasty(area(c.x.from, c.y.from));
+        Bytes dst(area(c.x.to, c.y.to));
+        xBiCubicHelper(plane.data(), dst.data(), c.x.to, c.y.to, c.x.from, c.y.from, c.x.scale, c.y.scale);
+        EXPECT_EQ(folded(dst), c.result) << c.x.from;
     }
 }
 
-// The running sum, step by step: a sample is at read(rounded start + whole position).
-template <class Read, class Write>
-void run_span(float size, double bound, uint8_t first_sample, const Read &read, const Write &write) {
-    const float half = size * 0.5F;
-    const float inverse = 1.0F / size;
-    float sum = first_sample * size;
-    for (double d = -1 - half; d <= half + 1 + bound; d += 1) {
-        sum += static_cast<float>(read(std::clamp(d + half, 0.0, bound)));
-        sum -= static_cast<float>(read(std::clamp(d - half, 0.0, bound)));
-        if (d >= 0 && d <= bound) write(d, static_cast<uint8_t>(static_cast<int32_t>(inverse * sum)));
-    }
-}
-
-// Bounds and targets that give sizes of either parity, a copy, the largest size and sizes whose sums are rounded.
-const std::array<std::array<int32_t, 2>, 12> spans = {{{9, 4},
-                                                       {9, 3},
-                                                       {10, 10},
-                                                       {10, 9},
-                                                       {10, 20},
-                                                       {7, 0},
-                                                       {8, -5},
-                                                       {600, 31},
-                                                       {1500, 2},
-                                                       {66000, 2},
-                                                       {140001, 1},
-                                                       {140001, 2}}};
-
-TEST(Resample, PrefilterAlongRows) {
-    for (const auto &[x_max, target] : spans) {
-        constexpr int32_t rows = 3;
-        const Bytes src = noise(area(x_max + 1, rows));
-        Bytes expected(src.size(), 77);
-        Bytes dst = expected;
-        PrefilterCubicPass1Helper(src.data(), dst.data(), target, -1, x_max, rows);
-        if (std::max(target, 1) >= x_max) {
-            EXPECT_EQ(dst, src);
-            continue;
-        }
-        for (int32_t r = 0; r < rows - 1; ++r) {
-            const double base = r * (x_max + 1);
-            run_span(
-                static_cast<float>(x_max / std::max(target, 1)), x_max, src[static_cast<std::size_t>(base)],
-                [&](double at) { return src[static_cast<std::size_t>(base + at)]; },
-                [&](double at, uint8_t average) { expected[static_cast<std::size_t>(base + at)] = average; });
-        }
-        ASSERT_TRUE(dst == expected) << x_max << ' ' << target;
-    }
-}
-
-TEST(Resample, PrefilterAlongColumns) {
-    for (const auto &[y_max, target] : spans) {
+// What the passes make of three rows, or of columns, of the bound's plane; 77 is left alone.
+TEST(Resample, Prefilter) {
+    const Bytes step = {0, 0, 0, 0, 90, 90, 90, 90, 90, 90, 0, 0};
+    Bytes across(12, 77);
+    PrefilterCubicPass1Helper(step.data(), across.data(), 2, -1, 5, 2);
+    EXPECT_EQ(across, (Bytes{0, 0, 0, 45, 90, 90, 77, 77, 77, 77, 77, 77}));
+    Bytes down(12, 77);
+    PrefilterCubicPass2Helpter(step.data(), down.data(), 1, 2, -1, 5);
+    EXPECT_EQ(down, (Bytes{0, 77, 45, 77, 90, 77, 90, 77, 45, 77, 0, 77}));
+    struct Span {
+        int32_t bound, target;
+        uint32_t rows, columns;
+    };
+    // Sizes of either parity, a copy, the largest size and sizes whose sums are rounded.
+    for (const Span &s : {Span{9, 4, 0x46935AACU, 0x7B379352U},
+                          {9, 3, 0x300D6C9CU, 0x7C5412EDU},
+                          {10, 10, 0x65A3EC3CU, 0x68ADC3DEU},
+                          {10, 9, 0xAE3EFABEU, 0xF720B3B3U},
+                          {10, 20, 0x65A3EC3CU, 0x68ADC3DEU},
+                          {7, 0, 0x95E6BCC6U, 0x896EFAA9U},
+                          {8, -5, 0xE8A33163U, 0x0DFE26ABU},
+                          {600, 31, 0x7657F5B9U, 0xE42D6C3BU},
+                          {1500, 2, 0x3D3DC381U, 0x8A0381BBU},
+                          {66000, 2, 0x89EA4382U, 0x26995448U},
+                          {140001, 1, 0x92BF8D28U, 0x2BA6825AU},
+                          {140001, 2, 0x657C37BDU, 0xFDAF2784U}}) {
+        const Bytes rows = contrasty(area(s.bound + 1, 3));
+        Bytes dst(rows.size(), 77);
+        PrefilterCubicPass1Helper(rows.data(), dst.data(), s.target, -1, s.bound, 3);
+        EXPECT_EQ(folded(dst), s.rows) << s.bound << ' ' << s.target;
+        uint32_t columns = 0;
         for (const int32_t x_max : {1, 6, 300}) {
-            if (y_max > 2000 && x_max > 6) continue;
-            const Bytes src = noise(area(x_max + 1, y_max + 1));
-            Bytes expected(src.size(), 77);
-            Bytes dst = expected;
-            PrefilterCubicPass2Helpter(src.data(), dst.data(), x_max, target, -1, y_max);
-            const int32_t stride = x_max + 1;
-            if (std::max(target, 1) >= y_max) {
-                std::copy_n(src.begin(), area(stride, y_max), expected.begin());
-            } else {
-                for (int32_t c = 0; c < x_max; ++c)
-                    run_span(
-                        static_cast<float>(y_max / std::max(target, 1)), y_max, src[static_cast<std::size_t>(c)],
-                        [&](double at) {
-                            return src[static_cast<std::size_t>(stride * at) + static_cast<std::size_t>(c)];
-                        },
-                        [&](double at, uint8_t average) {
-                            expected[static_cast<std::size_t>(stride * at + c)] = average;
-                        });
-            }
-            ASSERT_TRUE(dst == expected) << x_max << ' ' << y_max << ' ' << target;
+            if (s.bound > 2000 && x_max > 6) continue;
+            const Bytes plane = contrasty(area(x_max + 1, s.bound + 1));
+            dst.assign(plane.size(), 77);
+            PrefilterCubicPass2Helpter(plane.data(), dst.data(), x_max, s.target, -1, s.bound);
+            columns = folded(dst, columns);
         }
+        EXPECT_EQ(columns, s.columns) << s.bound << ' ' << s.target;
     }
 }
 
@@ -268,16 +206,16 @@ TEST(Resample, PrefilterDividesBySinglePrecisionAtEverySize) {
         for (int32_t y = 0; y <= size; ++y)
             for (int32_t c = 1; c <= values + 1; ++c) src.push_back(static_cast<uint8_t>(y < size ? c : c - 1));
         Bytes dst(src.size());
-        Bytes expected = dst;
         PrefilterCubicPass2Helpter(src.data(), dst.data(), values, 1, 0, size);
         const int32_t shift = size % 2 == 0 ? 0 : (values + 1) / 2;
         for (int32_t y = 0; y <= size - size % 2; ++y) {
             const int32_t less = std::max(y + (size + 1) / 2 - size + 1, 0);
             for (int32_t c = 1; c <= values; ++c)
-                expected[static_cast<std::size_t>(y * (values + 1) + shift + c - 1)] = static_cast<uint8_t>(
-                    static_cast<int32_t>(1.0F / static_cast<float>(size) * static_cast<float>(c * size - less)));
+                ASSERT_EQ(dst[static_cast<std::size_t>(y * (values + 1) + shift + c - 1)],
+                          static_cast<int32_t>(1.0F / static_cast<float>(size) * static_cast<float>(c * size - less)) &
+                              255)
+                    << size;
         }
-        ASSERT_TRUE(dst == expected) << size;
     }
 }
 
@@ -285,21 +223,10 @@ TEST(Resample, PrefilterDividesBySinglePrecisionAtEverySize) {
 TEST(Resample, PrefilterOfALargePlane) {
     constexpr int32_t x_max = 4096;
     constexpr int32_t rows = 4101;
-    const Bytes src = noise(area(x_max + 1, rows));
+    const Bytes src = contrasty(area(x_max + 1, rows));
     Bytes dst(src.size());
     PrefilterCubicPass1Helper(src.data(), dst.data(), 400, 0, x_max, rows);
-    for (const int32_t r : {4094, 4095, 4096, 4097, 4098, 4099}) {
-        const int32_t base = r * (x_max + 1);
-        run_span(
-            10, x_max, src[static_cast<std::size_t>(base)],
-            [&](double at) {
-                return src[static_cast<std::size_t>(static_cast<float>(base)) + static_cast<std::size_t>(at)];
-            },
-            [&](double at, uint8_t average) {
-                ASSERT_EQ(dst[static_cast<std::size_t>(base) + static_cast<std::size_t>(at)], average)
-                    << r << ' ' << at;
-            });
-    }
+    EXPECT_EQ(folded(Bytes(dst.begin() + 4094 * (x_max + 1), dst.end())), 0xF3BF5C0CU);
 }
 
 TEST(Resample, PrefilterLerp) {
@@ -333,13 +260,13 @@ const BulkCase cases[] = {
     {"DoCubicPass1Helper",
      [](Workspace &w) {
          const int32_t from = w.integer(1, 2 * w.width);
-         DoCubicPass1Helper(w.buffer(area(from, w.height)), w.result(w.count()), w.width - 1, 0, from - 1, w.height,
+         DoCubicPass1Helper(w.buffer(area(from, w.height)), w.result(), w.width - 1, 0, from - 1, w.height,
                             scale_into(from, w.width), 0);
      }},
     {"DoCubicPass2Helper",
      [](Workspace &w) {
          const int32_t from = w.integer(1, 2 * w.height);
-         DoCubicPass2Helper(w.buffer(area(w.width, from)), w.result(w.count()), w.width - 1, w.height, 0, from - 1, 0,
+         DoCubicPass2Helper(w.buffer(area(w.width, from)), w.result(), w.width - 1, w.height, 0, from - 1, 0,
                             scale_into(from, w.height));
      }},
     {"xBiCubicHelper",
@@ -347,13 +274,12 @@ const BulkCase cases[] = {
          const int32_t width = w.integer(2, 3 * w.width);
          const int32_t height = w.integer(2, 3 * w.height);
          // The last row and column are not read.
-         xBiCubicHelper(w.buffer(area(width, height - 1) - 1), w.result(w.count()), w.width, w.height, width, height,
-                        w.real(0.1F, 5), w.real(0.1F, 5));
+         call(xBiCubicHelper, w.buffer(area(width, height - 1) - 1), w.result(), w.size(), width, height,
+              w.real(0.1F, 5), w.real(0.1F, 5));
      }},
     {"PrefilterCubicPass1Helper",
      [](Workspace &w) {
-         PrefilterCubicPass1Helper(w.buffer(w.count()), w.buffer(w.count()), w.integer(0, w.width / 2), 0, w.width - 1,
-                                   w.height);
+         PrefilterCubicPass1Helper(w.buffer(), w.buffer(), w.integer(0, w.width / 2), 0, w.width - 1, w.height);
      }},
     {"PrefilterCubicPass2Helpter",
      [](Workspace &w) {
@@ -362,9 +288,7 @@ const BulkCase cases[] = {
                                     w.integer(0, w.height), 0, w.height - 1);
      }},
     {"xprefilterlerp",
-     [](Workspace &w) {
-         xprefilterlerp(w.width, w.height, w.real(-1, 2), w.floats(w.count(), -50, 300), w.buffer(w.count()));
-     }},
+     [](Workspace &w) { call(xprefilterlerp, w.size(), w.real(-1, 2), w.floats(w.count(), -50, 300), w.buffer()); }},
 };
 
 const BulkFamily family("Resample", cases);

@@ -5,7 +5,6 @@
 #include <cmath>
 #include <cstdint>
 #include <functional>
-#include <limits>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -15,8 +14,6 @@
 using namespace tavik_test;
 
 namespace {
-
-using Bytes = std::vector<uint8_t>;
 
 // 0 .. 255, and one more sample for the exports that leave the last one.
 Bytes ramp_and_one() {
@@ -79,51 +76,49 @@ TEST(Tone, EachSizeFormHandlesItsElements) {
     const std::vector<std::array<int32_t, 3>> one_short = {{4, 2, 7}, {1, 1, 0}, {2, 1, 1}, {0, 5, 0}, {-3, 4, 0}};
     const Extent extents[] = {
         {"AdjustLevels_channel",
-         [](uint8_t *p, int32_t a, int32_t b) { AdjustLevels_channel(p, p, a, b, 5, 5, 0, 255); },
+         [](auto p, auto a, auto b) { AdjustLevels_channel(p, p, a, b, 5, 5, 0, 255); },
          {{3, 2, 7}, {0, 2, 1}, {0, 1, 0}, {-1, 3, 0}, {3, -2, 0}}},
-        {"AdjustLevels_channel_ppl",
-         [](uint8_t *p, int32_t a, int32_t b) { AdjustLevels_channel_ppl(p, p, a, b, 5, 5, 0, 255); }, counts},
+        {"AdjustLevels_channel_ppl", [](auto p, auto a, auto b) { AdjustLevels_channel_ppl(p, p, a, b, 5, 5, 0, 255); },
+         counts},
         {"FastPosterize",
-         [](uint8_t *p, int32_t a, int32_t b) {
+         [](auto p, auto a, auto b) {
              FastPosterize(other.data(), p, another.data(), a, b, zeros.data(), zeros.data(), zeros.data(), 64);
          },
          one_short},
         {"FastPosterize_ppl",
-         [](uint8_t *p, int32_t a, int32_t b) {
+         [](auto p, auto a, auto b) {
              FastPosterize_ppl(other.data(), another.data(), p, a, b, zeros.data(), zeros.data(), zeros.data(), 64);
          },
          counts},
         {"MapLut",
-         [&](uint8_t *p, int32_t a, int32_t b) {
+         [&](auto p, auto a, auto b) {
              MapLut(a, b, zeros.data(), other.data(), p, another.data(), table.data(), table.data(), table.data());
          },
          bounds},
-        {"ValueLut", [&](uint8_t *p, int32_t a, int32_t b) { ValueLut(a, b, p, p, table.data()); }, counts},
-        {"xGamma", [](uint8_t *p, int32_t a, int32_t b) { xGamma(a, b, 3.0F, p); }, bounds},
-        {"xcontrast", [](uint8_t *p, int32_t a, int32_t b) { xcontrast(a, b, 0.0F, p); }, bounds},
-        {"xInvert", [](uint8_t *p, int32_t a, int32_t b) { xInvert(a, b, p); }, bounds},
-        {"xNegate", [](uint8_t *p, int32_t a, int32_t b) { xNegate(a, b, p); }, counts},
-        {"xInvertValue", [](uint8_t *p, int32_t a, int32_t b) { xInvertValue(a, b, other.data(), p, another.data()); },
+        {"ValueLut", [&](auto p, auto a, auto b) { ValueLut(a, b, p, p, table.data()); }, counts},
+        {"xGamma", [](auto p, auto a, auto b) { xGamma(a, b, 3.0F, p); }, bounds},
+        {"xcontrast", [](auto p, auto a, auto b) { xcontrast(a, b, 0.0F, p); }, bounds},
+        {"xInvert", [](auto p, auto a, auto b) { xInvert(a, b, p); }, bounds},
+        {"xNegate", [](auto p, auto a, auto b) { xNegate(a, b, p); }, counts},
+        {"xInvertValue", [](auto p, auto a, auto b) { xInvertValue(a, b, other.data(), p, another.data()); }, counts},
+        {"xValueCancelation", [](auto p, auto a, auto b) { xValueCancelation(a, b, other.data(), another.data(), p); },
          counts},
-        {"xValueCancelation",
-         [](uint8_t *p, int32_t a, int32_t b) { xValueCancelation(a, b, other.data(), another.data(), p); }, counts},
         {"FastGreyscaleExpose",
-         [](uint8_t *p, int32_t a, int32_t b) {
+         [](auto p, auto a, auto b) {
              FastGreyscaleExpose(zeros.data(), zeros.data(), zeros.data(), a, b, other.data(), p, another.data(), 0, 0,
                                  0);
          },
          {{4, 2, 7}, {1, 1, 0}, {2, 1, 1}}},
-        {"xDimChannel", [](uint8_t *p, int32_t a, int32_t b) { xDimChannel(0.5F, a * b, p); }, counts},
-        {"xGammaAB", [](uint8_t *p, int32_t a, int32_t b) { xGammaAB(1.0F, 0.0F, 0.0F, a, b, p, p); }, counts},
+        {"xDimChannel", [](auto p, auto a, auto b) { xDimChannel(0.5F, a * b, p); }, counts},
+        {"xGammaAB", [](auto p, auto a, auto b) { xGammaAB(1.0F, 0.0F, 0.0F, a, b, p, p); }, counts},
         {"ChannelValue_mmx",
-         [](uint8_t *p, int32_t a, int32_t b) { ChannelValue_mmx(p, p, a, b, 0.5F); },
+         [](auto p, auto a, auto b) { ChannelValue_mmx(p, p, a, b, 0.5F); },
          {{0, 0, 8}, {-1, 3, 8}, {6, 0, 8}, {7, 0, 8}, {14, 0, 8}, {15, 0, 16}, {4, 4, 24}}},
         {"ChannelValue1_mmx up to 1",
-         [](uint8_t *p, int32_t a, int32_t b) { ChannelValue1_mmx(p, a, b, 1.0F); },
+         [](auto p, auto a, auto b) { ChannelValue1_mmx(p, a, b, 1.0F); },
          {{0, 0, 8}, {-1, 3, 8}, {6, 0, 8}, {15, 0, 16}, {4, 4, 24}}},
-        {"ChannelValue1_mmx above 1", [](uint8_t *p, int32_t a, int32_t b) { ChannelValue1_mmx(p, a, b, 1.5F); },
-         bounds},
-        {"FastChannelAdd", [](uint8_t *p, int32_t a, int32_t b) { FastChannelAdd(p, a, b, 1); }, one_short},
+        {"ChannelValue1_mmx above 1", [](auto p, auto a, auto b) { ChannelValue1_mmx(p, a, b, 1.5F); }, bounds},
+        {"FastChannelAdd", [](auto p, auto a, auto b) { FastChannelAdd(p, a, b, 1); }, one_short},
     };
     for (const Extent &extent : extents) {
         for (const auto &[a, b, elements] : extent.a_b_and_elements) {
@@ -153,14 +148,14 @@ TEST(Tone, PosteriseKeepsMultiplesOfTheStep) {
         {300, {{{255, 0}}}},
     };
     for (const Case &c : cases) {
-        const Bytes src = ramp_and_one();
-        std::array<Bytes, 6> dst;
-        dst.fill(Bytes(257, 99));
-        FastPosterize(dst[0].data(), dst[1].data(), dst[2].data(), 257, 1, src.data(), src.data(), src.data(), c.step);
-        FastPosterize_ppl(dst[3].data(), dst[4].data(), dst[5].data(), 256, 1, src.data(), src.data(), src.data(),
-                          c.step);
-        for (const auto &[from, to] : c.mapped) EXPECT_EQ(dst[0][static_cast<std::size_t>(from)], to) << c.step;
-        for (const Bytes &plane : dst) EXPECT_EQ(plane, dst[0]);
+        const Planes src = {ramp_and_one(), ramp_and_one(), ramp_and_one()};
+        Planes serial = planes_of(257, 99);
+        Planes parallel = serial;
+        call(FastPosterize, serial, 257, 1, src, c.step);
+        call(FastPosterize_ppl, parallel, 256, 1, src, c.step);
+        for (const auto &[from, to] : c.mapped) EXPECT_EQ(serial[0][static_cast<std::size_t>(from)], to) << c.step;
+        EXPECT_EQ(serial, (Planes{serial[0], serial[0], serial[0]}));
+        EXPECT_EQ(parallel, serial);
     }
 }
 
@@ -240,13 +235,12 @@ TEST(Tone, InversionOfValueKeepsChannelDifferences) {
 // All sums of three bytes, so that a mean that is off by one anywhere shows.
 TEST(Tone, MeansRoundDownForEverySum) {
     for (int sum = 0; sum <= 765; ++sum) {
-        std::array<uint8_t, 3> c;
-        c[0] = static_cast<uint8_t>(std::min(sum, 255));
-        c[1] = static_cast<uint8_t>(std::min(sum - c[0], 255));
-        c[2] = static_cast<uint8_t>(sum - c[0] - c[1]);
-        const int largest = c[0];
-        xValueCancelation(1, 1, &c[0], &c[1], &c[2]);
-        ASSERT_EQ(c[0], largest - sum / 3) << sum;
+        uint8_t largest = static_cast<uint8_t>(std::min(sum, 255));
+        uint8_t middle = static_cast<uint8_t>(std::min(sum - largest, 255));
+        uint8_t rest = static_cast<uint8_t>(sum - largest - middle);
+        const int before = largest;
+        xValueCancelation(1, 1, &largest, &middle, &rest);
+        ASSERT_EQ(largest, before - sum / 3) << sum;
     }
 }
 
@@ -262,16 +256,11 @@ TEST(Tone, WeightedGreyLeavesOutExposedChannels) {
         {{254, 254, 253}, {10, 20, 30}, 22}, {{256, 255, 254}, {4, 0, 6}, 2},
     };
     for (const Case &c : cases) {
-        const std::array<uint8_t, 2> r = {c.colour[0], 0};
-        const std::array<uint8_t, 2> g = {c.colour[1], 0};
-        const std::array<uint8_t, 2> b = {c.colour[2], 0};
-        std::array<std::array<uint8_t, 2>, 3> dst = {{{1, 99}, {2, 99}, {3, 99}}};
-        FastGreyscaleExpose(r.data(), g.data(), b.data(), 2, 1, dst[0].data(), dst[1].data(), dst[2].data(),
-                            c.expose[0], c.expose[1], c.expose[2]);
-        for (const auto &plane : dst) {
-            EXPECT_EQ(plane[0], c.grey) << c.expose[0] << ' ' << c.expose[1] << ' ' << c.expose[2];
-            EXPECT_EQ(plane[1], 99);
-        }
+        const Planes src = {Bytes{c.colour[0], 0}, Bytes{c.colour[1], 0}, Bytes{c.colour[2], 0}};
+        Planes dst = planes_of(2, 99);
+        call(FastGreyscaleExpose, src, 2, 1, dst, c.expose);
+        const auto grey = static_cast<uint8_t>(c.grey);
+        EXPECT_EQ(dst, (Planes{Bytes{grey, 99}, {grey, 99}, {grey, 99}})) << c.expose[0];
     }
 }
 
@@ -281,12 +270,11 @@ TEST(Tone, ScalingTruncatesAndWrapsAsItsKindDoes) {
         std::function<void(uint8_t *)> operation;
         std::vector<std::array<int, 2>> mapped;
     };
-    const float nan = std::numeric_limits<float>::quiet_NaN();
     const Case cases[] = {
         {"dim 0.5", [](uint8_t *p) { xDimChannel(0.5F, 256, p); }, {{{255, 127}}, {{1, 0}}}},
         {"dim 1.5", [](uint8_t *p) { xDimChannel(1.5F, 256, p); }, {{{100, 150}}, {{200, 44}}}},
         {"dim -1", [](uint8_t *p) { xDimChannel(-1.0F, 256, p); }, {{{1, 255}}, {{255, 1}}}},
-        {"dim NaN", [=](uint8_t *p) { xDimChannel(nan, 256, p); }, {{{1, 0}}, {{255, 0}}}},
+        {"dim NaN", [=](uint8_t *p) { xDimChannel(no_number, 256, p); }, {{{1, 0}}, {{255, 0}}}},
         {"scale 0.5", [](uint8_t *p) { ChannelValue_mmx(p, p, 255, 0, 0.5F); }, {{{255, 126}}, {{2, 0}}, {{3, 1}}}},
         {"scale 1", [](uint8_t *p) { ChannelValue_mmx(p, p, 255, 0, 1.0F); }, {{{255, 254}}, {{1, 0}}}},
         {"scale 1.5", [](uint8_t *p) { ChannelValue_mmx(p, p, 255, 0, 1.5F); }, {{{255, 255}}, {{1, 1}}}},
@@ -325,40 +313,34 @@ void levels(Workspace &w) {
 }
 
 void levels_parallel(Workspace &w) {
-    uint8_t *src = w.buffer(w.count());
-    AdjustLevels_channel_ppl(src, w.result_of(src, w.count()), w.width, w.height, 0, 255, w.integer(0, 9), 222);
+    uint8_t *src = w.buffer();
+    call(AdjustLevels_channel_ppl, src, w.result_of(src), w.size(), 0, 255, w.integer(0, 9), 222);
 }
 
 template <auto Export> void posterise(Workspace &w, std::size_t n) {
-    uint8_t *src[3] = {w.buffer(n), w.buffer(n), w.buffer(n)};
-    Export(w.result_of(src[0], n), w.result_of(src[1], n), w.result_of(src[2], n), w.width, w.height, src[0], src[1],
-           src[2], w.integer(1, 99));
+    const auto src = w.buffers(n);
+    call(Export, w.result_of(src[0], n), w.result_of(src[1], n), w.result_of(src[2], n), w.size(), src,
+         w.integer(1, 99));
 }
 
-template <auto Export> void on_three_planes(Workspace &w) {
-    Export(w.width, w.height, w.buffer(w.count()), w.buffer(w.count()), w.buffer(w.count()));
-}
+template <auto Export> void on_three_planes(Workspace &w) { call(Export, w.width, w.height, w.buffers()); }
 
 void weighted_grey(Workspace &w) {
     const std::size_t n = w.count() - 1;
-    uint8_t *src[3] = {w.buffer(n), w.buffer(n), w.buffer(n)};
-    uint8_t *dst[3] = {w.result_of(src[0], n), w.result_of(src[1], n), w.result_of(src[2], n)};
-    FastGreyscaleExpose(src[0], src[1], src[2], w.width, w.height, dst[0], dst[1], dst[2], w.integer(0, 255),
-                        w.integer(0, 255), w.integer(-100, 255));
+    const auto src = w.buffers(n);
+    call(FastGreyscaleExpose, src, w.size(), w.results_of(src, n), w.integer(0, 255), w.integer(0, 255),
+         w.integer(-100, 255));
 }
 
 void map_to_three(Workspace &w) {
-    uint8_t *src = w.buffer(w.count());
-    uint8_t *table[3] = {w.buffer(256), w.buffer(256), w.buffer(256)};
-    uint8_t *red = w.result(w.count());
-    uint8_t *green = w.result_of(src, w.count());
-    MapLut(w.width - 1, w.height - 1, src, red, green, w.result(w.count()), table[0], table[1], table[2]);
+    uint8_t *src = w.buffer();
+    call(MapLut, w.bounds(), src, w.result(), w.result_of(src), w.result(), w.buffers(256));
 }
 
 void scale_blocks(Workspace &w) {
     const std::size_t n = std::max<std::size_t>(w.count() / 8 * 8, 8);
     uint8_t *src = w.buffer(n);
-    ChannelValue_mmx(w.result_of(src, n), src, w.width - 1, w.height - 1, w.real(0, 1));
+    call(ChannelValue_mmx, w.result_of(src, n), src, w.bounds(), w.real(0, 1));
 }
 
 const BulkCase cases[] = {
@@ -369,28 +351,27 @@ const BulkCase cases[] = {
     {"MapLut", map_to_three, true},
     {"ValueLut",
      [](Workspace &w) {
-         uint8_t *src = w.buffer(w.count());
-         ValueLut(w.width, w.height, src, w.result_of(src, w.count()), w.buffer(256));
+         uint8_t *src = w.buffer();
+         call(ValueLut, w.size(), src, w.result_of(src), w.buffer(256));
      },
      true},
-    {"xGamma", [](Workspace &w) { xGamma(w.width - 1, w.height - 1, w.real(0.1F, 4), w.buffer(w.count())); }},
-    {"xcontrast", [](Workspace &w) { xcontrast(w.width - 1, w.height - 1, w.real(-2, 4), w.buffer(w.count())); }},
-    {"xInvert", [](Workspace &w) { xInvert(w.width - 1, w.height - 1, w.buffer(w.count())); }},
-    {"xNegate", [](Workspace &w) { xNegate(w.width, w.height, w.buffer(w.count())); }},
+    {"xGamma", [](Workspace &w) { xGamma(w.width - 1, w.height - 1, w.real(0.1F, 4), w.buffer()); }},
+    {"xcontrast", [](Workspace &w) { xcontrast(w.width - 1, w.height - 1, w.real(-2, 4), w.buffer()); }},
+    {"xInvert", [](Workspace &w) { xInvert(w.width - 1, w.height - 1, w.buffer()); }},
+    {"xNegate", [](Workspace &w) { xNegate(w.width, w.height, w.buffer()); }},
     {"xInvertValue", on_three_planes<xInvertValue>},
     {"xValueCancelation", on_three_planes<xValueCancelation>},
     {"FastGreyscaleExpose", weighted_grey, true},
-    {"xDimChannel",
-     [](Workspace &w) { xDimChannel(w.real(-1, 3), static_cast<int32_t>(w.count()), w.buffer(w.count())); }},
+    {"xDimChannel", [](Workspace &w) { xDimChannel(w.real(-1, 3), static_cast<int32_t>(w.count()), w.buffer()); }},
     {"xGammaAB",
      [](Workspace &w) {
-         uint8_t *src = w.buffer(w.count());
-         xGammaAB(w.real(0.2F, 3), 1, 0, w.width, w.height, src, w.result_of(src, w.count()));
+         uint8_t *src = w.buffer();
+         call(xGammaAB, w.real(0.2F, 3), 1, 0, w.size(), src, w.result_of(src));
      },
      true},
     {"ChannelValue_mmx", scale_blocks, true},
     {"ChannelValue1_mmx",
-     [](Workspace &w) { ChannelValue1_mmx(w.buffer(w.count()), w.width - 1, w.height - 1, w.real(1.01F, 5)); }},
+     [](Workspace &w) { ChannelValue1_mmx(w.buffer(), w.width - 1, w.height - 1, w.real(1.01F, 5)); }},
     {"FastChannelAdd",
      [](Workspace &w) { FastChannelAdd(w.buffer(w.count() - 1), w.width, w.height, w.integer(-255, 255)); }},
 };

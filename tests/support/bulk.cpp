@@ -77,6 +77,10 @@ float Workspace::real(float low, float high) {
     return low + static_cast<float>(choice() >> 8) * 0x1p-24F * (high - low);
 }
 
+float Workspace::far_or_none() {
+    return std::array{no_number, infinity, -infinity, 1e30F, -1e30F, 1e-30F}[static_cast<std::size_t>(integer(0, 5))];
+}
+
 std::vector<uint8_t> Workspace::contents(bool results_only) const {
     std::vector<uint8_t> all;
     for (const Buffer &buffer : buffers_)

@@ -3,6 +3,7 @@
 // and the fuzzer run them.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <random>
@@ -10,6 +11,8 @@
 #include <vector>
 
 #include "tests/support/guarded_memory.h"
+#include "tests/support/numbers.h"
+#include "tests/support/planes.h"
 
 namespace tavik_test {
 
@@ -28,16 +31,50 @@ class Workspace {
     // width × height.
     std::size_t count() const { return static_cast<std::size_t>(width) * static_cast<std::size_t>(height); }
 
-    // A buffer of random contents that the call reads, writes or both. A count below 0 is none, here and below.
+    // Both, and the last column and row, for a call() of planes.h.
+    std::array<int32_t, 2> size() const { return {width, height}; }
+    std::array<int32_t, 2> bounds() const { return {width - 1, height - 1}; }
+
+    // A buffer of random contents that the call reads, writes or both: of the picture's size or so many elements. A
+    // count below 0 is none, here and below.
+    template <class Element = uint8_t> Element *buffer() { return buffer<Element>(count()); }
     template <class Element = uint8_t> Element *buffer(std::size_t elements) {
         return reinterpret_cast<Element *>(place(or_none(elements) * sizeof(Element), false));
     }
     // A buffer that the call writes whole.
+    template <class Element = uint8_t> Element *result() { return result<Element>(count()); }
     template <class Element = uint8_t> Element *result(std::size_t elements) {
         return reinterpret_cast<Element *>(place(or_none(elements) * sizeof(Element), true));
     }
+    // Three or another number of them.
+    template <std::size_t n = 3, class Element = uint8_t> std::array<Element *, n> buffers() {
+        return buffers<n, Element>(count());
+    }
+    template <std::size_t n = 3, class Element = uint8_t> std::array<Element *, n> results() {
+        return results<n, Element>(count());
+    }
+    template <std::size_t n = 3, class Element = uint8_t> std::array<Element *, n> buffers(std::size_t elements) {
+        std::array<Element *, n> all;
+        for (Element *&one : all) one = buffer<Element>(elements);
+        return all;
+    }
+    template <std::size_t n = 3, class Element = uint8_t> std::array<Element *, n> results(std::size_t elements) {
+        std::array<Element *, n> all;
+        for (Element *&one : all) one = result<Element>(elements);
+        return all;
+    }
     // A buffer that the call writes whole, or its source when the call is run in place.
+    uint8_t *result_of(uint8_t *source) { return result_of(source, count()); }
     uint8_t *result_of(uint8_t *source, std::size_t elements);
+    template <std::size_t n> std::array<uint8_t *, n> results_of(const std::array<uint8_t *, n> &sources) {
+        return results_of(sources, count());
+    }
+    template <std::size_t n>
+    std::array<uint8_t *, n> results_of(const std::array<uint8_t *, n> &sources, std::size_t elements) {
+        std::array<uint8_t *, n> all;
+        for (std::size_t i = 0; i < n; ++i) all[i] = result_of(sources[i], elements);
+        return all;
+    }
 
     // Floats low .. high.
     float *floats(std::size_t elements, float low, float high);
@@ -45,6 +82,10 @@ class Workspace {
     // low .. high, or low where high is below it.
     int32_t integer(int32_t low, int32_t high);
     float real(float low, float high);
+
+    // A float that is no number, or too far away for any picture; and one low .. high that may be such a one.
+    float far_or_none();
+    float hostile(float low, float high) { return integer(0, 49) < 6 ? far_or_none() : real(low, high); }
 
     // Everything the call may have changed: all buffers, or the results alone.
     std::vector<uint8_t> contents(bool results_only) const;
