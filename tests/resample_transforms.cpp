@@ -109,15 +109,14 @@ TEST(ResampleTransforms, FreeTransforms) {
     for (const Transform &t : transforms) {
         const Matrix matrix = t.matrix();
         std::array<uint32_t, 3> results = {};
-        for (const auto &[x_max, y_max] : {std::array{61, 45}, {700, 9}, {0, 3}, {3, 0}, {1, 1}}) {
-            const Four src = four_planes(within(x_max, y_max));
+        for (const auto &last : {std::array{61, 45}, {700, 9}, {0, 3}, {3, 0}, {1, 1}}) {
+            const Four src = four_planes(within(last[0], last[1]));
             Four dst;
             dst.fill(Bytes(src[0].size(), 99));
             Bytes nearest = dst[0];
             Bytes lerped = nearest;
             const auto transformed = [&](auto by, const auto &from, auto &to) {
-                call(by, t.left, t.right, t.top, t.bottom, t.centre_x, t.centre_y, x_max, y_max, from, to,
-                     matrix.data());
+                call(by, t.left, t.right, t.top, t.bottom, t.centre_x, t.centre_y, last, from, to, matrix.data());
             };
             transformed(xfreetransformalpha, src[0], nearest);
             transformed(xfreetransformalpha_aa, src[0], lerped);
