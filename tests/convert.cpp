@@ -232,6 +232,7 @@ TEST(Convert, LargeResultsAreThoseOfTheirRows) {
     compare("LongRGBV_to_RGB_array", [&](std::size_t i, int32_t rows, uint32_t *dst) {
         LongRGBV_to_RGB_array(r + i, g + i, b + i, reinterpret_cast<uint8_t *>(dst), width - 1, rows - 1);
     });
+    compare("SetFloat", [&](std::size_t, int32_t rows, uint32_t *dst) { SetFloat(width * rows, 0x12345678, dst); });
     compare("char_to_float", [&](std::size_t i, int32_t rows, uint32_t *dst) {
         char_to_float(width, rows, r + i, reinterpret_cast<float *>(dst));
     });

@@ -14,12 +14,18 @@ namespace {
 
 template <class From, class To> using ConvertRow = void(const From *src, To *dst, std::size_t count);
 
-constexpr PerLevel<void(uint32_t *dst, std::size_t count, uint32_t value)> fill = TAVIK_EVERY_LEVEL(fill);
+constexpr PerLevel<void(uint32_t *dst, std::size_t count, uint32_t value)> fill_run = TAVIK_EVERY_LEVEL(fill);
 constexpr PerLevel<ConvertRow<uint8_t, float>> widen_to_float = TAVIK_EVERY_LEVEL(char_to_float);
 constexpr PerLevel<ConvertRow<float, uint8_t>> narrow_float = TAVIK_EVERY_LEVEL(float_to_char);
 constexpr PerLevel<ConvertRow<float, uint8_t>> clamp_float = TAVIK_EVERY_LEVEL(float_to_char_clamp);
 constexpr PerLevel<ConvertRow<uint8_t, int32_t>> widen_to_long = TAVIK_EVERY_LEVEL(char_to_long);
 constexpr PerLevel<ConvertRow<int32_t, uint8_t>> narrow_long = TAVIK_EVERY_LEVEL(long_to_char);
+
+void fill(uint32_t *dst, std::size_t count, uint32_t value) {
+    if (!is_streamed(count * sizeof *dst)) return fill_run.active()(dst, count, value);
+    make_streamed(dst, count, [&](std::size_t, uint32_t *to, std::size_t n) { fill_run.active()(to, n, value); });
+    fence_stream();
+}
 
 // Rows are packed, so a range of rows is one run.
 template <class From, class To>
@@ -42,11 +48,11 @@ void convert_plane(const PerLevel<ConvertRow<From, To>> &rows, int32_t width, in
 } // namespace
 
 TAVIK_EXPORT(void) SetFloat(int32_t count, int32_t value, void *dst) {
-    fill.active()(static_cast<uint32_t *>(dst), element_count(count), static_cast<uint32_t>(value));
+    fill(static_cast<uint32_t *>(dst), element_count(count), static_cast<uint32_t>(value));
 }
 
 TAVIK_EXPORT(void) xFillBuff(int32_t width, int32_t height, int32_t value, void *dst) {
-    fill.active()(static_cast<uint32_t *>(dst), counts(width, height), static_cast<uint32_t>(value));
+    fill(static_cast<uint32_t *>(dst), counts(width, height), static_cast<uint32_t>(value));
 }
 
 TAVIK_EXPORT(void) char_to_float(int32_t width, int32_t height, const uint8_t *src, float *dst) {

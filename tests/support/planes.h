@@ -66,14 +66,18 @@ uint32_t folded(const std::array<std::vector<Sample>, n> &planes, uint32_t hash 
 // Each element of an array, the data of a vector, or what it is.
 template <class Argument> auto as_arguments(Argument &&argument) {
     using Kind = std::remove_cvref_t<Argument>;
-    if constexpr (std::is_bounded_array_v<Kind>) return [&]<std::size_t... i>(std::index_sequence<i...>) {
+    if constexpr (std::is_bounded_array_v<Kind>) {
+        const auto joined = [&]<std::size_t... i>(std::index_sequence<i...>) {
             return std::tuple_cat(as_arguments(argument[i])...);
-        }
-    (std::make_index_sequence<std::extent_v<Kind>>());
-    else if constexpr (requires { std::tuple_size<Kind>::value; }) return std::apply(
-        [](auto &...elements) { return std::tuple_cat(as_arguments(elements)...); }, argument);
-    else if constexpr (requires { argument.data(); }) return std::tuple(argument.data());
-    else return std::tuple(argument);
+        };
+        return joined(std::make_index_sequence<std::extent_v<Kind>>());
+    } else if constexpr (requires { std::tuple_size<Kind>::value; }) {
+        return std::apply([](auto &...elements) { return std::tuple_cat(as_arguments(elements)...); }, argument);
+    } else if constexpr (requires { argument.data(); }) {
+        return std::tuple(argument.data());
+    } else {
+        return std::tuple(argument);
+    }
 }
 
 // call(xHue, width, height, 30, 1, 1, planes): an array stands for as many arguments as it has elements.
