@@ -15,6 +15,7 @@ inline constexpr Colour ink = {60, 66, 80};
 inline constexpr Colour red = {214, 64, 69};
 inline constexpr Colour blue = {47, 111, 214};
 inline constexpr Colour green = {28, 150, 110};
+inline constexpr Colour pale = {160, 168, 184};
 inline constexpr int32_t text_size = 3;
 
 // A rectangle of the picture with the values that its edges stand for.

@@ -5,19 +5,17 @@
 #include <cmath>
 #include <utility>
 
+#include "host/chart.h"
 #include "host/drawing.h"
 #include "host/run.h"
 #include "host/shading.h"
 #include "host/sizes.h"
 
 namespace gallery {
-namespace {
 
-constexpr Colour paper = {250, 250, 252};
-constexpr Colour ink = {60, 66, 80};
-constexpr Colour red = {214, 64, 69};
-constexpr Colour blue = {47, 111, 214};
-constexpr Colour pale = {160, 168, 184};
+using namespace chart;
+
+namespace {
 
 Image cut_out(const Image &image, int32_t left, int32_t top, int32_t width, int32_t height) {
     Image part(width, height);

@@ -4,19 +4,17 @@
 #include <array>
 #include <cmath>
 
+#include "host/chart.h"
 #include "host/drawing.h"
 #include "host/run.h"
 #include "host/shading.h"
 #include "host/sizes.h"
 
 namespace gallery {
-namespace {
 
-constexpr Colour paper = {250, 250, 252};
-constexpr Colour red = {214, 64, 69};
-constexpr Colour blue = {47, 111, 214};
-constexpr Colour green = {28, 150, 110};
-constexpr Colour pale = {160, 168, 184};
+using namespace chart;
+
+namespace {
 
 // The rotation leaves the last columns and rows, which get the background here.
 void rotate(Run &run) {

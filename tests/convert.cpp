@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <cstring>
 #include <numeric>
-#include <random>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -210,9 +209,7 @@ TEST(Convert, LargeResultsAreThoseOfTheirRows) {
     constexpr int32_t width = 2100;
     constexpr int32_t height = 2001;
     constexpr std::size_t samples = std::size_t{width} * height;
-    Bytes src(samples + 2);
-    std::mt19937 random(1);
-    for (uint8_t &sample : src) sample = static_cast<uint8_t>(random());
+    const Bytes src = noise(samples + 2, 1);
     const uint8_t *r = src.data();
     const uint8_t *g = r + 1;
     const uint8_t *b = r + 2;

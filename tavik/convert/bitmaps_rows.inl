@@ -20,6 +20,7 @@ inline void interleave(const uint8_t *first, const uint8_t *second, const uint8_
         if (streamed && to_vector % 4 == 0) {
             put_at(0, store_interleaved<store>);
             for (i = to_vector / 4; i + vector_bytes <= count; i += vector_bytes) put_at(i, store_interleaved<stream>);
+            _mm_sfence();
         } else {
             for (; i + vector_bytes <= count; i += vector_bytes) put_at(i, store_interleaved<store>);
         }

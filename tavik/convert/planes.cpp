@@ -24,7 +24,6 @@ constexpr PerLevel<ConvertRow<int32_t, uint8_t>> narrow_long = TAVIK_EVERY_LEVEL
 void fill(uint32_t *dst, std::size_t count, uint32_t value) {
     if (!is_streamed(count * sizeof *dst)) return fill_run.active()(dst, count, value);
     make_streamed(dst, count, [&](std::size_t, uint32_t *to, std::size_t n) { fill_run.active()(to, n, value); });
-    fence_stream();
 }
 
 // Rows are packed, so a range of rows is one run.
@@ -41,7 +40,6 @@ void convert_plane(const PerLevel<ConvertRow<From, To>> &rows, int32_t width, in
         if (!streamed) return rows.active()(from, dst + begin * stride, count);
         make_streamed(dst + begin * stride, count,
                       [&](std::size_t i, To *to, std::size_t n) { rows.active()(from + i, to, n); });
-        fence_stream();
     });
 }
 

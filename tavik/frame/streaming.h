@@ -11,12 +11,12 @@ namespace tavik {
 // Whether a result of so many bytes is one of those.
 constexpr bool is_streamed(std::size_t bytes) { return bytes >= std::size_t{16} * 1024 * 1024; }
 
-// Copies past the caches. Until fence_stream other threads may not see the bytes.
+// Copies past the caches. Until they are fenced other threads may not see the bytes.
 void stream_copy(void *dst, const void *src, std::size_t bytes);
 void fence_stream();
 
 // Calls make(begin, to, count) for runs of elements, which it writes to `to`, in order; they go to dst, which must be
-// apart from all that make reads. The thread that made them fences them off at last.
+// apart from all that make reads.
 template <class Element, class Make> void make_streamed(Element *dst, std::size_t count, const Make &make) {
     constexpr std::size_t line = 64;
     constexpr std::size_t run = 2048 / sizeof(Element);
@@ -28,6 +28,7 @@ template <class Element, class Make> void make_streamed(Element *dst, std::size_
         make(begin, elements, end - begin);
         stream_copy(dst + begin, elements, (end - begin) * sizeof(Element));
     }
+    fence_stream();
 }
 
 } // namespace tavik

@@ -6,12 +6,15 @@
 #include <memory>
 
 #include "tavik/tavik.h"
+#include "tests/support/planes.h"
+
+using namespace tavik_test;
 
 namespace {
 
 constexpr int32_t side = 20000;
 constexpr int32_t band_rows = 100; // small enough to be written by way of the caches
-constexpr std::size_t samples = std::size_t{side} * side;
+const std::size_t samples = area(side, side);
 
 struct Case {
     const char *name;
@@ -19,17 +22,15 @@ struct Case {
     void (*call)(const uint8_t *src, uint8_t *dst, int32_t rows);
 };
 
-std::size_t samples_of(int32_t rows) { return std::size_t{side} * static_cast<std::size_t>(rows); }
-
 const Case cases[] = {
     {"TestPPL2", 1,
      [](const uint8_t *src, uint8_t *dst, int32_t rows) {
-         std::memcpy(dst, src, samples_of(rows));
+         std::memcpy(dst, src, area(side, rows));
          TestPPL2(dst, rows, side);
      }},
     {"xInvert", 1,
      [](const uint8_t *src, uint8_t *dst, int32_t rows) {
-         std::memcpy(dst, src, samples_of(rows));
+         std::memcpy(dst, src, area(side, rows));
          xInvert(side - 1, rows - 1, dst);
      }},
     {"AdjustLevels_channel_ppl", 1,
@@ -52,24 +53,15 @@ const Case cases[] = {
      }},
 };
 
-// Aperiodic, so that rows and bands differ.
-void fill(uint8_t *plane) {
-    uint32_t state = 1;
-    for (std::size_t i = 0; i < samples; ++i) {
-        state = state * 1664525 + 1013904223;
-        plane[i] = static_cast<uint8_t>(state >> 24);
-    }
-}
-
 // The first row of the band from which on the whole differs, or `side`.
 int32_t first_difference(const Case &c, const uint8_t *src, uint8_t *whole, uint8_t *band) {
     std::memset(whole, 0, samples * c.result_bytes); // Some samples stay unwritten.
     c.call(src, whole, side);
     for (int32_t y = 0; y < side; y += band_rows) {
-        const std::size_t bytes = samples_of(band_rows) * c.result_bytes;
+        const std::size_t bytes = area(side, band_rows) * c.result_bytes;
         std::memset(band, 0, bytes);
-        c.call(src + samples_of(y), band, band_rows);
-        if (std::memcmp(whole + samples_of(y) * c.result_bytes, band, bytes) != 0) return y;
+        c.call(src + area(side, y), band, band_rows);
+        if (std::memcmp(whole + area(side, y) * c.result_bytes, band, bytes) != 0) return y;
     }
     return side;
 }
@@ -79,13 +71,12 @@ int32_t first_difference(const Case &c, const uint8_t *src, uint8_t *whole, uint
 int main() {
     std::size_t most = 0;
     for (const Case &c : cases) most = std::max(most, c.result_bytes);
-    const auto src = std::make_unique_for_overwrite<uint8_t[]>(samples);
+    const auto src = noise(samples, 1);
     const auto whole = std::make_unique_for_overwrite<uint8_t[]>(samples * most);
-    const auto band = std::make_unique_for_overwrite<uint8_t[]>(samples_of(band_rows) * most);
-    fill(src.get());
+    const auto band = std::make_unique_for_overwrite<uint8_t[]>(area(side, band_rows) * most);
     bool right = true;
     for (const Case &c : cases) {
-        const int32_t row = first_difference(c, src.get(), whole.get(), band.get());
+        const int32_t row = first_difference(c, src.data(), whole.get(), band.get());
         if (row == side) continue;
         std::cerr << "large_planes: " << c.name << ": the rows from " << row << " on differ from the band's\n";
         right = false;

@@ -12,6 +12,10 @@ std::vector<BulkFamily> &families() {
     return all;
 }
 
+float between(float low, float high, uint32_t drawn) {
+    return low + static_cast<float>(drawn >> 8) * 0x1p-24F * (high - low);
+}
+
 uint32_t seed_of(std::span<const uint8_t> choices) {
     const std::string_view text(reinterpret_cast<const char *>(choices.data()), choices.size());
     return static_cast<uint32_t>(std::hash<std::string_view>()(text));
@@ -62,7 +66,7 @@ uint32_t Workspace::choice() {
 float *Workspace::floats(std::size_t elements, float low, float high) {
     auto *values = buffer<float>(elements);
     std::generate(values, values + or_none(elements),
-                  [&] { return low + static_cast<float>(random_() >> 8) * 0x1p-24F * (high - low); });
+                  [&] { return between(low, high, static_cast<uint32_t>(random_())); });
     return values;
 }
 
@@ -73,9 +77,7 @@ int32_t Workspace::integer(int32_t low, int32_t high) {
     return static_cast<int32_t>(static_cast<uint32_t>(low) + (values == 0 ? drawn : drawn % values));
 }
 
-float Workspace::real(float low, float high) {
-    return low + static_cast<float>(choice() >> 8) * 0x1p-24F * (high - low);
-}
+float Workspace::real(float low, float high) { return between(low, high, choice()); }
 
 float Workspace::far_or_none() {
     return std::array{no_number, infinity, -infinity, 1e30F, -1e30F, 1e-30F}[static_cast<std::size_t>(integer(0, 5))];
