@@ -34,6 +34,7 @@ template <class Row> void for_each_bitmap_row(int32_t x_max, int32_t height, int
     if (x_max <= 0) return;
     parallel_for(0, height, row_grain(x_max), [&](int32_t begin, int32_t end) {
         for (int32_t y = begin; y < end; ++y) row((std::ptrdiff_t{x_max} + 1) * y, std::ptrdiff_t{bitmap_stride} * y);
+        fence_stream();
     });
 }
 
@@ -64,6 +65,7 @@ LongRGBV_to_RGB_array(const uint8_t *src_r, const uint8_t *src_g, const uint8_t 
                       int32_t y_max) {
     const std::size_t count = upper_bounds(x_max, y_max);
     pack(pack_quads, src_r, src_g, src_b, dst, count, is_streamed(4 * count));
+    fence_stream();
 }
 
 TAVIK_EXPORT(void)
