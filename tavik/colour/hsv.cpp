@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "tavik/colour/colour.h"
+#include "tavik/frame/fetch_ahead.h"
 #include "tavik/frame/overlap.h"
 #include "tavik/frame/size_form.h"
 
@@ -44,5 +45,7 @@ TAVIK_EXPORT(void)
 xHue(int32_t x_max, int32_t y_max, float hue_shift, float saturation_scale, float value_scale, uint8_t *r, uint8_t *g,
      uint8_t *b) {
     const std::size_t count = upper_bounds(x_max, y_max);
-    row_in_order(turn_hue, {r, g, b}, count)({hue_shift, saturation_scale, value_scale}, r, g, b, count);
+    const HueTurn turn = {hue_shift, saturation_scale, value_scale};
+    auto &row = row_in_order(turn_hue, {r, g, b}, count);
+    FetchAhead(count, r, g, b).for_all([&](std::size_t i, std::size_t n) { row(turn, r + i, g + i, b + i, n); });
 }

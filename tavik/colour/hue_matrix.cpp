@@ -1,6 +1,6 @@
 #include "tavik/colour/colour.h"
 #include "tavik/frame/elementary.h"
-#include "tavik/frame/parallel_for.h"
+#include "tavik/frame/fetch_ahead.h"
 #include "tavik/frame/size_form.h"
 
 namespace {
@@ -35,15 +35,16 @@ constexpr PerLevel<void(const HueMatrix &matrix, const float *add, const uint8_t
 
 constexpr float nothing[3] = {};
 
-void turn_rows(int32_t width, int32_t height, const HueMatrix &matrix, const float *add, const uint8_t *const src[3],
-               uint8_t *const dst[3]) {
-    const std::size_t stride = element_count(width);
-    parallel_for(0, height, row_grain(width), [&](int32_t begin, int32_t end) {
-        const std::size_t start = begin * stride;
-        const uint8_t *const from[] = {src[0] + start, src[1] + start, src[2] + start};
-        uint8_t *const to[] = {dst[0] + start, dst[1] + start, dst[2] + start};
-        turn_hue.active()(matrix, add, from, to, (end - begin) * stride);
-    });
+auto planes_of(std::size_t count, const uint8_t *const src[3], uint8_t *const dst[3]) {
+    return FetchAhead(count, src[0], src[1], src[2], dst[0], dst[1], dst[2]);
+}
+
+auto turn_runs(const HueMatrix &matrix, const float *add, const uint8_t *const src[3], uint8_t *const dst[3]) {
+    return [=](std::size_t i, std::size_t n) {
+        const uint8_t *const from[] = {src[0] + i, src[1] + i, src[2] + i};
+        uint8_t *const to[] = {dst[0] + i, dst[1] + i, dst[2] + i};
+        turn_hue.active()(matrix, add, from, to, n);
+    };
 }
 
 } // namespace
@@ -64,7 +65,9 @@ xFastHSV(int32_t width, int32_t height, float hue, float saturation, float value
          const uint8_t *src_g, const uint8_t *src_b, uint8_t *dst_r, uint8_t *dst_g, uint8_t *dst_b) {
     const uint8_t *const src[] = {src_r, src_g, src_b};
     uint8_t *const dst[] = {dst_r, dst_g, dst_b};
-    if (width > 0) turn_hue.active()({hue, saturation, value}, nothing, src, dst, counts(width, height));
+    if (width <= 0) return;
+    const std::size_t count = counts(width, height);
+    planes_of(count, src, dst).for_all(turn_runs({hue, saturation, value}, nothing, src, dst));
 }
 
 TAVIK_EXPORT(void)
@@ -72,7 +75,8 @@ FastHSV_ppl(int32_t width, int32_t height, float hue, float saturation, float va
             const uint8_t *src_g, const uint8_t *src_b, uint8_t *dst_r, uint8_t *dst_g, uint8_t *dst_b) {
     const uint8_t *const src[] = {src_r, src_g, src_b};
     uint8_t *const dst[] = {dst_r, dst_g, dst_b};
-    turn_rows(width, height, {hue, saturation, value}, nothing, src, dst);
+    const auto turn = turn_runs({hue, saturation, value}, nothing, src, dst);
+    planes_of(counts(width, height), src, dst).for_rows(width, height, turn);
 }
 
 TAVIK_EXPORT(void)
@@ -82,5 +86,6 @@ FastHSVandRGB(int32_t width, int32_t height, float hue, float saturation, float 
     const float add[] = {add_r, add_g, add_b};
     const uint8_t *const src[] = {src_r, src_g, src_b};
     uint8_t *const dst[] = {dst_r, dst_g, dst_b};
-    turn_rows(width, height, {hue, saturation, value}, add, src, dst);
+    const auto turn = turn_runs({hue, saturation, value}, add, src, dst);
+    planes_of(counts(width, height), src, dst).for_rows(width, height, turn);
 }

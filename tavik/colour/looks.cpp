@@ -1,4 +1,5 @@
 #include "tavik/colour/colour.h"
+#include "tavik/frame/fetch_ahead.h"
 #include "tavik/frame/overlap.h"
 #include "tavik/frame/parallel_for.h"
 #include "tavik/frame/size_form.h"
@@ -44,24 +45,25 @@ constexpr PerLevel<void(const uint8_t *r, const uint8_t *g, const uint8_t *b, fl
 void grade_rows(const PerLevel<GradedRow> &rows, int32_t width, int32_t height, uint8_t *r, uint8_t *g, uint8_t *b) {
     if (width <= 0) return;
     const std::size_t stride = element_count(width);
-    auto &row = row_in_order(rows, {r, g, b}, stride * element_count(height));
+    const std::size_t count = stride * element_count(height);
+    auto &row = row_in_order(rows, {r, g, b}, count);
+    const FetchAhead planes(count, r, g, b);
     const float step = 1.0F / static_cast<float>(height);
     for (int32_t y = 0; y < height; ++y) {
         const std::size_t start = stride * static_cast<std::size_t>(y);
-        row(r + start, g + start, b + start, stride, static_cast<float>(y) * step);
+        const float down = static_cast<float>(y) * step;
+        planes.for_runs(start, start + stride,
+                        [&](std::size_t i, std::size_t n) { row(r + i, g + i, b + i, n, down); });
     }
 }
 
-// Rows are packed, so a range of rows is one run.
 template <class Look>
 void apply_look(const PerLevel<LookRow<Look>> &rows, const Look &look, int32_t width, int32_t height,
                 const uint8_t *src_r, const uint8_t *src_g, const uint8_t *src_b, uint8_t *dst_r, uint8_t *dst_g,
                 uint8_t *dst_b) {
-    const std::size_t stride = element_count(width);
-    parallel_for(0, height, row_grain(width), [&](int32_t begin, int32_t end) {
-        const std::size_t start = begin * stride;
-        rows.active()(look, src_r + start, src_g + start, src_b + start, dst_r + start, dst_g + start, dst_b + start,
-                      (end - begin) * stride);
+    const FetchAhead planes(counts(width, height), src_r, src_g, src_b, dst_r, dst_g, dst_b);
+    planes.for_rows(width, height, [&](std::size_t i, std::size_t n) {
+        rows.active()(look, src_r + i, src_g + i, src_b + i, dst_r + i, dst_g + i, dst_b + i, n);
     });
 }
 
@@ -96,10 +98,14 @@ colortograyscale_trim(int32_t width, int32_t height, const uint8_t *src_r, const
     if (width < 2 || height < 2) return;
     const std::size_t stride = element_count(width);
     const std::size_t kept = stride - 1;
+    const FetchAhead planes(counts(width, height), src_r, src_g, src_b, dst);
     parallel_for(0, height - 1, row_grain(width), [&](int32_t begin, int32_t end) {
         for (int32_t y = begin; y < end; ++y) {
             const std::size_t start = y * stride;
-            mean_to_float.active()(src_r + start, src_g + start, src_b + start, dst + y * kept, kept);
+            float *row = dst + y * kept;
+            planes.for_runs(start, start + kept, [&](std::size_t i, std::size_t n) {
+                mean_to_float.active()(src_r + i, src_g + i, src_b + i, row + (i - start), n);
+            });
         }
     });
 }

@@ -1,7 +1,7 @@
 #include <cmath>
 
 #include "tavik/colour/colour.h"
-#include "tavik/frame/parallel_for.h"
+#include "tavik/frame/fetch_ahead.h"
 #include "tavik/frame/size_form.h"
 
 namespace {
@@ -32,10 +32,9 @@ constexpr PerLevel<void(const Key &key, const uint8_t *r, const uint8_t *g, cons
 TAVIK_EXPORT(void)
 xColorToGrayscale(int32_t width, int32_t height, const uint8_t *src_r, const uint8_t *src_g, const uint8_t *src_b,
                   uint8_t *dst) {
-    const std::size_t stride = element_count(width);
-    parallel_for(0, height, row_grain(width), [&](int32_t begin, int32_t end) {
-        const std::size_t start = begin * stride;
-        weigh_luma.active()(src_r + start, src_g + start, src_b + start, dst + start, (end - begin) * stride);
+    const FetchAhead planes(counts(width, height), src_r, src_g, src_b, dst);
+    planes.for_rows(width, height, [&](std::size_t i, std::size_t n) {
+        weigh_luma.active()(src_r + i, src_g + i, src_b + i, dst + i, n);
     });
 }
 
@@ -47,9 +46,8 @@ TAVIK_EXPORT(void)
 xKeyToAlpha(int32_t width, int32_t height, int32_t key_r, int32_t key_g, int32_t key_b, float inner, float outer,
             const uint8_t *src_r, const uint8_t *src_g, const uint8_t *src_b, uint8_t *alpha) {
     const Key key = {key_r, key_g, key_b, inner, outer > inner ? 1.0F / (outer - inner) : 1e30F};
-    const std::size_t stride = element_count(width);
-    parallel_for(0, height, row_grain(width), [&](int32_t begin, int32_t end) {
-        const std::size_t start = begin * stride;
-        key_to_alpha.active()(key, src_r + start, src_g + start, src_b + start, alpha + start, (end - begin) * stride);
+    const FetchAhead planes(counts(width, height), src_r, src_g, src_b, alpha);
+    planes.for_rows(width, height, [&](std::size_t i, std::size_t n) {
+        key_to_alpha.active()(key, src_r + i, src_g + i, src_b + i, alpha + i, n);
     });
 }

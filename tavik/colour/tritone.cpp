@@ -3,7 +3,7 @@
 
 #include "tavik/colour/colour.h"
 #include "tavik/frame/bytes.h"
-#include "tavik/frame/parallel_for.h"
+#include "tavik/frame/fetch_ahead.h"
 #include "tavik/frame/size_form.h"
 
 #define TAVIK_ROWS "tavik/colour/tritone_rows.inl"
@@ -35,13 +35,13 @@ xTritone(int32_t width, int32_t height, int32_t light_r, int32_t light_g, int32_
     const std::array<ByteTable, 3> tables = {tone_table(light_r, mid_r, dark_r), tone_table(light_g, mid_g, dark_g),
                                              tone_table(light_b, mid_b, dark_b)};
     const uint8_t *const table_starts[] = {tables[0].data(), tables[1].data(), tables[2].data()};
-    const std::size_t stride = element_count(width);
-    parallel_for(0, height, row_grain(width), [&](int32_t begin, int32_t end) {
+    const FetchAhead planes(counts(width, height), src_r, src_g, src_b, dst_r, dst_g, dst_b);
+    planes.for_rows(width, height, [&](std::size_t begin, std::size_t run) {
         std::array<uint8_t, 4096> means;
-        for (std::size_t start = begin * stride; start < end * stride; start += means.size()) {
-            const std::size_t count = std::min(means.size(), end * stride - start);
-            mean_of_planes.active()(src_r + start, src_g + start, src_b + start, means.data(), count);
-            uint8_t *const dst[] = {dst_r + start, dst_g + start, dst_b + start};
+        for (std::size_t i = begin; i < begin + run; i += means.size()) {
+            const std::size_t count = std::min(means.size(), begin + run - i);
+            mean_of_planes.active()(src_r + i, src_g + i, src_b + i, means.data(), count);
+            uint8_t *const dst[] = {dst_r + i, dst_g + i, dst_b + i};
             map_bytes_to_three.active()(means.data(), dst, count, table_starts);
         }
     });

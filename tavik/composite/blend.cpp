@@ -1,5 +1,6 @@
 #include "tavik/composite/composite.h"
 
+#include "tavik/frame/fetch_ahead.h"
 #include "tavik/frame/overlap.h"
 #include "tavik/frame/size_form.h"
 
@@ -37,17 +38,24 @@ void combine(const PerLevel<CombineRow> &rows, std::size_t count, const uint8_t 
 void mix_by_amount(std::size_t count, int32_t amount_of_b, const uint8_t *a, const uint8_t *b, uint8_t *dst) {
     const float share_of_b = static_cast<float>(amount_of_b) * unit_per_byte;
     const auto &rows = amount_of_b >= 0 && amount_of_b <= 255 ? mix : mix_and_wrap;
-    row_in_order(rows, {a, b, dst}, count)(a, b, dst, count, share_of_b);
+    auto &row = row_in_order(rows, {a, b, dst}, count);
+    FetchAhead(count, a, b, dst).for_all([&](std::size_t i, std::size_t n) {
+        row(a + i, b + i, dst + i, n, share_of_b);
+    });
 }
 
 void blend_layer(const PerLevel<LayerRow> &rows, int32_t width, int32_t height, const uint8_t *layer, uint8_t *target) {
     const std::size_t count = counts(width, height);
-    row_in_order(rows, layer, target, count)(layer, target, count);
+    auto &row = row_in_order(rows, layer, target, count);
+    FetchAhead(count, layer, target).for_all([&](std::size_t i, std::size_t n) { row(layer + i, target + i, n); });
 }
 
 void dodge_layer(uint8_t flip, int32_t width, int32_t height, const uint8_t *layer, uint8_t *target) {
     const std::size_t count = counts(width, height);
-    row_in_order(dodge_or_burn, layer, target, count)(layer, target, count, flip);
+    auto &row = row_in_order(dodge_or_burn, layer, target, count);
+    FetchAhead(count, layer, target).for_all([&](std::size_t i, std::size_t n) {
+        row(layer + i, target + i, n, flip);
+    });
 }
 
 } // namespace
@@ -74,7 +82,10 @@ xBlend2(int32_t x_max, int32_t y_max, int32_t amount, const uint8_t *src_a, cons
 TAVIK_EXPORT(void)
 Overlay_channel(uint8_t *over, const uint8_t *under, const uint8_t *mask, int32_t width, int32_t height) {
     const std::size_t count = counts(width, height);
-    row_in_order(overlay, {under, mask, over}, count)(over, under, mask, over, count);
+    auto &row = row_in_order(overlay, {under, mask, over}, count);
+    FetchAhead(count, under, mask, over).for_all([&](std::size_t i, std::size_t n) {
+        row(over + i, under + i, mask + i, over + i, n);
+    });
 }
 
 TAVIK_EXPORT(void) xcombineSoftLight(int32_t width, int32_t height, const uint8_t *layer, uint8_t *target) {

@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "tavik/frame/fetch_ahead.h"
 #include "tavik/frame/parallel_for.h"
 #include "tavik/frame/size_form.h"
 
@@ -40,6 +41,7 @@ constexpr PerLevel<void(const uint8_t *mask, const uint8_t *kept, const uint8_t 
                         uint8_t *const dst[3], std::size_t count)>
     fade_over_squares = TAVIK_EVERY_LEVEL(fade_over_squares);
 
+using Triple = std::array<uint8_t, 3>;
 using Squares = std::array<uint8_t, fade_piece>;
 
 constexpr Squares squares_from(uint8_t first, uint8_t second) {
@@ -104,8 +106,12 @@ Matte_preview_helper(uint8_t *row, const uint8_t *mask, int32_t count, int32_t x
     const int64_t end = std::min<int64_t>(count, int64_t{x_limit} - x0);
     if (begin >= end) return;
     const auto first = static_cast<std::ptrdiff_t>(begin);
-    lay_matte.active()(row + row_offset + 3 * first, mask + mask_offset + first, static_cast<std::size_t>(end - begin),
-                       {red, green, blue, opacity});
+    auto *const pixels = reinterpret_cast<Triple *>(row + row_offset + 3 * first);
+    const uint8_t *const samples = mask + mask_offset + first;
+    const Matte matte = {red, green, blue, opacity};
+    FetchAhead(static_cast<std::size_t>(end - begin), pixels, samples).for_all([&](std::size_t i, std::size_t n) {
+        lay_matte.active()(pixels[i].data(), samples + i, n, matte);
+    });
 }
 
 TAVIK_EXPORT(void)
@@ -113,7 +119,11 @@ alpha_overlay_helper(int32_t row_offset, int32_t /*ignored*/, int32_t first, int
                      const uint8_t *b, uint8_t *row, int32_t invert) {
     if (first > last) return;
     const auto count = static_cast<std::size_t>(int64_t{last} - first + 1);
-    multiply_into_pixels.active()(a + first, b + first, invert == 0 ? 0 : 255, row + row_offset + 1, count);
+    const uint8_t flip = invert == 0 ? 0 : 255;
+    auto *const middles = reinterpret_cast<Triple *>(row + row_offset + 1);
+    FetchAhead(count, a + first, b + first, middles).for_all([&](std::size_t i, std::size_t n) {
+        multiply_into_pixels.active()(a + first + i, b + first + i, flip, middles[i].data(), n);
+    });
 }
 
 TAVIK_EXPORT(void)

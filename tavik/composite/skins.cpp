@@ -1,5 +1,6 @@
 #include "tavik/composite/composite.h"
 
+#include "tavik/frame/fetch_ahead.h"
 #include "tavik/frame/parallel_for.h"
 #include "tavik/frame/size_form.h"
 
@@ -21,7 +22,12 @@ void add_skins(int32_t width, int32_t height, uint8_t tint, const float weights[
     run_three(count, [&](int32_t channel) {
         const uint8_t raise_first = channel == 0 ? tint : 0;
         const uint8_t raise_last = channel == 2 ? tint : 0;
-        add_frames.active()(frames[channel], raise_first, raise_last, weights, dst[channel], count);
+        const uint8_t *const *f = frames[channel];
+        uint8_t *to = dst[channel];
+        FetchAhead(count, f[0], f[1], f[2], f[3], f[4], f[5], to).for_all([&](std::size_t i, std::size_t n) {
+            const uint8_t *const from[6] = {f[0] + i, f[1] + i, f[2] + i, f[3] + i, f[4] + i, f[5] + i};
+            add_frames.active()(from, raise_first, raise_last, weights, to + i, n);
+        });
     });
 }
 
