@@ -78,8 +78,9 @@ struct FadePlanes {
     uint8_t *dst[3];
 };
 
-// Draws up to fade_rows rows.
-void draw_fade(const Ramp &ramp, const FadePlanes &planes, int32_t first_row, int32_t rows) {
+// Draws up to fade_rows rows, with the next one of the planes on its way.
+template <class Ahead>
+void draw_fade(const Ramp &ramp, const FadePlanes &planes, const Ahead &ahead, int32_t first_row, int32_t rows) {
     float values[fade_rows];
     for (int32_t row = 0; row < fade_rows; ++row)
         values[row] = static_cast<float>(first_row + row) * ramp.per_row - ramp.at_origin;
@@ -90,6 +91,7 @@ void draw_fade(const Ramp &ramp, const FadePlanes &planes, int32_t first_row, in
         for (int32_t row = 0; row < rows; ++row) {
             const int32_t y = first_row + row;
             const std::size_t start = y * planes.stride + x;
+            ahead.fetch(start + planes.stride, start + planes.stride + count);
             const uint8_t *const src[3] = {planes.src[0] + start, planes.src[1] + start, planes.src[2] + start};
             uint8_t *const dst[3] = {planes.dst[0] + start, planes.dst[1] + start, planes.dst[2] + start};
             fade_over_squares.active()(planes.mask + start, kept[row], squares_of_row(y).data(), src, dst, count);
@@ -135,9 +137,10 @@ xLinearAlphaFadePreview(int32_t width, int32_t height, int32_t x1, int32_t y1, i
     if (dx * dx + dy * dy < 1.0F) return;
     const Ramp ramp(x1, y1, dx, dy);
     const FadePlanes planes{element_count(width), mask, {src1, src2, src3}, {dst1, dst2, dst3}};
+    const FetchAhead ahead(counts(width, height), mask, src1, src2, src3, dst1, dst2, dst3);
     const int32_t bands = height > 0 ? (height - 1) / fade_rows + 1 : 0;
     parallel_for(0, bands, std::max(row_grain(width) / fade_rows, 1), [&](int32_t begin, int32_t end) {
         for (int32_t band = begin; band < end; ++band)
-            draw_fade(ramp, planes, band * fade_rows, std::min(height - band * fade_rows, fade_rows));
+            draw_fade(ramp, planes, ahead, band * fade_rows, std::min(height - band * fade_rows, fade_rows));
     });
 }

@@ -1,5 +1,6 @@
 #include "tavik/convert/convert.h"
 
+#include "tavik/frame/fetch_ahead.h"
 #include "tavik/frame/overlap.h"
 #include "tavik/frame/parallel_for.h"
 #include "tavik/frame/size_form.h"
@@ -35,10 +36,14 @@ void convert_plane(const PerLevel<ConvertRow<From, To>> &rows, int32_t width, in
     const bool streamed =
         is_streamed(all * sizeof(To)) && same_or_apart(src, dst, all * std::max(sizeof(From), sizeof(To)));
     parallel_for(0, height, row_grain(width), [&](int32_t begin, int32_t end) {
+        if (!streamed) {
+            FetchAhead(all, src, dst).for_runs(begin * stride, end * stride, [&](std::size_t i, std::size_t n) {
+                rows.active()(src + i, dst + i, n);
+            });
+            return;
+        }
         const From *from = src + begin * stride;
-        const std::size_t count = (end - begin) * stride;
-        if (!streamed) return rows.active()(from, dst + begin * stride, count);
-        make_streamed(dst + begin * stride, count,
+        make_streamed(dst + begin * stride, (end - begin) * stride,
                       [&](std::size_t i, To *to, std::size_t n) { rows.active()(from + i, to, n); });
     });
 }

@@ -2,6 +2,7 @@
 
 #include "tavik/dither/threshold_matrix.h"
 #include "tavik/frame/bytes.h"
+#include "tavik/frame/fetch_ahead.h"
 #include "tavik/frame/random.h"
 #include "tavik/frame/size_form.h"
 
@@ -42,12 +43,14 @@ template <class Thresholds>
 void dither_to_cube(int32_t width, int32_t y_start, int32_t y_end, uint8_t *r, uint8_t *g, uint8_t *b,
                     const Palette &palette, const Thresholds &thresholds) {
     const std::size_t stride = element_count(width);
+    const FetchAhead planes(stride * static_cast<std::size_t>(y_end - y_start), r, g, b);
     std::array<uint8_t, threshold_run> indices;
     for (int32_t y = y_start; y < y_end; ++y) {
         const std::ptrdiff_t row = static_cast<std::ptrdiff_t>(stride) * y;
         for (std::size_t x = 0; x < stride; x += threshold_run) {
             const std::size_t count = std::min(threshold_run, stride - x);
             const std::ptrdiff_t start = row + static_cast<std::ptrdiff_t>(x);
+            planes.fetch(start + count, start + 2 * count);
             cube_indices.active()(r + start, g + start, b + start, thresholds(y, count), indices.data(), count);
             palette.look_up(indices.data(), r + start, g + start, b + start, count);
         }

@@ -1,7 +1,14 @@
 #if TAVIK_LEVEL >= TAVIK_SSE2
 #include "tavik/frame/byte_vector.inl"
 using Bytes = ByteVector;
+
+// Asks for the cache line `distance` bytes further on, wherever it lies: what is walked down lies too far apart for the
+// processor to see a pattern.
+inline void fetch(const uint8_t *from, size_t distance) {
+    _mm_prefetch(reinterpret_cast<const char *>(reinterpret_cast<uintptr_t>(from) + distance), _MM_HINT_T0);
+}
 #else
+inline void fetch(const uint8_t *, size_t) {}
 using Bytes = uint8_t;
 inline uint8_t load(const uint8_t *from) { return *from; }
 inline void store(uint8_t *to, uint8_t value) { *to = value; }
@@ -50,7 +57,10 @@ template <class Rank> Column rank(const Column &a, const Column &b) {
 // bit from the column's number to the row's; after four rounds they have changed places.
 inline void transpose_block(const uint8_t *src, size_t stride, uint8_t *dst) {
     __m128i rows[16];
-    for (size_t i = 0; i < 16; ++i) rows[i] = _mm_loadu_si128(reinterpret_cast<const __m128i *>(src + i * stride));
+    for (size_t i = 0; i < 16; ++i) {
+        rows[i] = _mm_loadu_si128(reinterpret_cast<const __m128i *>(src + i * stride));
+        fetch(src + i * stride, 64);
+    }
     for (int round = 0; round < 4; ++round) {
         __m128i mixed[16];
         for (size_t i = 0; i < 8; ++i) {
@@ -121,6 +131,7 @@ class TransposedStrip {
 
     void put(size_t x, const Column &column) const {
         uint8_t *row = strip.dst + x * strip.dst_stride;
+        fetch(row, 24 * strip.dst_stride);
         if (strip.rows == strip_rows) {
             column.to(row);
             return;

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "tavik/frame/fetch_ahead.h"
 #include "tavik/frame/overlap.h"
 #include "tavik/frame/vector_level.h"
 
@@ -32,6 +33,12 @@ template <class Function> ByteTable tabulate(const Function &function) {
     return table;
 }
 
+// The same in increasing order, whether the runs overlap or not.
+inline void map_in_order(const uint8_t *src, uint8_t *dst, std::size_t count, const uint8_t *table) {
+    auto &row = row_in_order(map_bytes, src, dst, count);
+    FetchAhead(count, src, dst).for_all([&](std::size_t i, std::size_t n) { row(src + i, dst + i, n, table); });
+}
+
 // dst[i] = function(src[i]) in increasing order. Runs long enough to repay it go through the function's table.
 template <class Function>
 void apply_to_bytes(const uint8_t *src, uint8_t *dst, std::size_t count, const Function &function) {
@@ -39,7 +46,7 @@ void apply_to_bytes(const uint8_t *src, uint8_t *dst, std::size_t count, const F
         for (std::size_t i = 0; i < count; ++i) dst[i] = function(src[i]);
         return;
     }
-    row_in_order(map_bytes, src, dst, count)(src, dst, count, tabulate(function).data());
+    map_in_order(src, dst, count, tabulate(function).data());
 }
 
 } // namespace tavik

@@ -33,12 +33,17 @@ template <class... Element> class FetchAhead {
     explicit FetchAhead(std::size_t count, const Element *...buffers)
         : buffers_(buffers...), count_(count), is_large_(count * (sizeof(Element) + ...) >= std::size_t{1024} * 1024) {}
 
+    // Asks for the elements from `begin` to `end`.
+    void fetch(std::size_t begin, std::size_t end) const {
+        if (is_large_) std::apply([=](auto... buffer) { (prefetch(buffer, begin, end), ...); }, buffers_);
+    }
+
     // Calls body(start, count) for runs that cover the elements from `begin` to `end` in order.
     template <class Body> void for_runs(std::size_t begin, std::size_t end, const Body &body) const {
         const std::size_t run = is_large_ ? block : end - begin;
         for (std::size_t start = begin; start < end; start += run) {
             const std::size_t next = start + run;
-            if (is_large_) std::apply([=](auto... buffer) { (prefetch(buffer, next, next + run), ...); }, buffers_);
+            fetch(next, next + run);
             body(start, std::min(end, next) - start);
         }
     }

@@ -101,7 +101,7 @@ class Batch {
                 Box band = puffs[i].box;
                 band.top = std::max(band.top, begin);
                 band.bottom = std::min(band.bottom, end);
-                if (!band.empty()) replace.active()(puffs[i].disc, band, canvas);
+                paint_box(replace.active(), puffs[i].disc, band, canvas);
             }
         });
     }

@@ -6,6 +6,7 @@
 #include <span>
 
 #include "tavik/frame/elementary.h"
+#include "tavik/frame/fetch_ahead.h"
 #include "tavik/frame/parallel_for.h"
 #include "tavik/frame/size_form.h"
 #include "tavik/lighting/height_field.h"
@@ -137,8 +138,9 @@ TAVIK_EXPORT(void)
 xOcclusionBlender(int32_t width, int32_t height, const float *sum, int32_t passes, float amount, uint8_t *plane_r,
                   uint8_t *plane_g, uint8_t *plane_b) {
     const float per_sum = amount / static_cast<float>(passes);
-    for_each_run(width, height, 1, [&](int32_t, int32_t, int32_t count, std::size_t at) {
-        darken.active()(sum + at, per_sum, plane_r + at, plane_g + at, plane_b + at, element_count(count));
+    const FetchAhead planes(counts(width, height), sum, plane_r, plane_g, plane_b);
+    planes.for_rows(width, height, [&](std::size_t i, std::size_t n) {
+        darken.active()(sum + i, per_sum, plane_r + i, plane_g + i, plane_b + i, n);
     });
 }
 

@@ -2,6 +2,7 @@
 #include <atomic>
 #include <limits>
 
+#include "tavik/frame/fetch_ahead.h"
 #include "tavik/frame/parallel_for.h"
 #include "tavik/frame/size_form.h"
 #include "tavik/lighting/height_field.h"
@@ -35,13 +36,17 @@ constexpr PerLevel<void(const float *before, const float *after, float gain, uin
 constexpr PerLevel<void(const float *plane, std::size_t count, Extremes &extremes)> find_extremes =
     TAVIK_EVERY_LEVEL(find_extremes);
 
-// Calls body(x, y, count, at) for runs of samples, in parallel rows.
-template <class Body> void for_each_run(int32_t width, int32_t height, const Body &body) {
+// Calls body(x, y, count, at) for runs of samples, in parallel rows, with the next run of the planes on its way.
+template <class Planes, class Body>
+void for_each_run(int32_t width, int32_t height, const Planes &planes, const Body &body) {
     // Eight neighbours cost about as many light elements.
     parallel_for(0, height, std::max(row_grain(width) / 8, 1), [&](int32_t begin, int32_t end) {
         for (int32_t y = begin; y < end; ++y)
-            for (int32_t x = 0; x < width; x += weathering_run)
-                body(x, y, std::min(weathering_run, width - x), static_cast<std::size_t>(y) * element_count(width) + x);
+            for (int32_t x = 0; x < width; x += weathering_run) {
+                const std::size_t at = static_cast<std::size_t>(y) * element_count(width) + x;
+                planes.fetch(at + weathering_run, at + 2 * weathering_run);
+                body(x, y, std::min(weathering_run, width - x), at);
+            }
     });
 }
 
@@ -75,7 +80,8 @@ TAVIK_EXPORT(void)
 xDifferenceKernel(int32_t width, int32_t height, float talus, float rate, const float *heights, float *flow) {
     const HeightField<float> field = {heights, width, height};
     const float half_rate = rate * 0.5F;
-    for_each_run(width, height, [&](int32_t x, int32_t y, int32_t count, std::size_t at) {
+    const FetchAhead planes(counts(width, height), heights + element_count(width), flow);
+    for_each_run(width, height, planes, [&](int32_t x, int32_t y, int32_t count, std::size_t at) {
         find_flow.active()(field, talus, half_rate, x, y, flow + at, count);
     });
 }
@@ -83,16 +89,16 @@ xDifferenceKernel(int32_t width, int32_t height, float talus, float rate, const 
 TAVIK_EXPORT(void)
 xApplySlope(int32_t width, int32_t height, float talus, const float *heights, const float *flow, float *dst) {
     const HeightField<float> field = {heights, width, height};
-    for_each_run(width, height, [&](int32_t x, int32_t y, int32_t count, std::size_t at) {
+    const FetchAhead planes(counts(width, height), heights + element_count(width), flow, dst);
+    for_each_run(width, height, planes, [&](int32_t x, int32_t y, int32_t count, std::size_t at) {
         move_material.active()(field, flow, talus, x, y, dst + at, count);
     });
 }
 
 TAVIK_EXPORT(void)
 erosionsubtracter(int32_t width, int32_t height, float gain, const float *before, const float *after, uint8_t *dst) {
-    const std::size_t stride = element_count(width);
-    parallel_for(0, height, row_grain(width), [&](int32_t begin, int32_t end) {
-        const std::size_t start = begin * stride;
-        show_difference.active()(before + start, after + start, gain, dst + start, (end - begin) * stride);
+    const FetchAhead planes(counts(width, height), before, after, dst);
+    planes.for_rows(width, height, [&](std::size_t i, std::size_t n) {
+        show_difference.active()(before + i, after + i, gain, dst + i, n);
     });
 }

@@ -54,8 +54,7 @@ Disc dab(float cx, float cy, float diameter, float feather, float red, float gre
 
 template <class Sample>
 int32_t paint_serially(PaintDisc<Sample> &paint, const Disc &disc, int32_t y_max, const Canvas<Sample> &canvas) {
-    const Box box = box_of(disc, canvas.x_max, y_max, RowBelow::included);
-    if (!box.empty()) paint(disc, box, canvas);
+    paint_box(paint, disc, box_of(disc, canvas.x_max, y_max, RowBelow::included), canvas);
     return 0;
 }
 
@@ -65,7 +64,7 @@ int32_t paint_by_rows(const Paint &paint, const Disc &disc, int32_t y_max, const
     const Box box = box_of(disc, canvas.x_max, y_max, RowBelow::excluded);
     if (box.empty()) return 0;
     parallel_for(box.top, box.bottom, row_grain(box.right - box.left), [&](int32_t top, int32_t bottom) {
-        paint(disc, Box{box.left, box.right, top, bottom}, canvas);
+        paint_box(paint, disc, Box{box.left, box.right, top, bottom}, canvas);
     });
     return 0;
 }

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "tavik/frame/fetch_ahead.h"
 #include "tavik/frame/vector_level.h"
 
 namespace tavik {
@@ -54,5 +55,26 @@ template <class Sample> using PaintDisc = void(const Disc &disc, const Box &box,
 
 extern const PerLevel<PaintDisc<uint8_t>> replace_bytes;
 extern const PerLevel<PaintDisc<float>> replace_floats;
+
+// Paints a box, which may be empty. The rows of a wide box of bytes are a few cache lines each, too far apart for the
+// processor to see a pattern: they are painted in bands, each fetched while the one above is painted.
+template <class Paint, class Sample>
+void paint_box(const Paint &paint, const Disc &disc, const Box &box, const Canvas<Sample> &canvas) {
+    if (box.empty()) return;
+    constexpr int32_t wide = 128;
+    if (sizeof(Sample) > 1 || box.right - box.left < wide) return paint(disc, box, canvas);
+    constexpr int32_t band_rows = 4;
+    const auto band_from = [&](int32_t top) {
+        return Box{box.left, box.right, top, top + std::min(box.bottom - top, band_rows)};
+    };
+    for (Box band = band_from(box.top); band.top < box.bottom; band = band_from(band.bottom)) {
+        const Box below = band_from(band.bottom);
+        for (int32_t y = below.top; y < below.bottom; ++y)
+            for (const Sample *plane : canvas.planes)
+                prefetch(plane, canvas.row(y) + static_cast<std::size_t>(box.left),
+                         canvas.row(y) + static_cast<std::size_t>(box.right));
+        paint(disc, band, canvas);
+    }
+}
 
 } // namespace tavik

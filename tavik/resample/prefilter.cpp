@@ -1,3 +1,4 @@
+#include "tavik/frame/fetch_ahead.h"
 #include "tavik/frame/parallel_for.h"
 #include "tavik/frame/size_form.h"
 #include "tavik/resample/box_span.h"
@@ -184,10 +185,8 @@ PrefilterCubicPass2Helpter(const uint8_t *src, uint8_t *dst, int32_t x_max, int3
 
 TAVIK_EXPORT(void)
 xprefilterlerp(int32_t width, int32_t row_count, float amount, float *filtered, const uint8_t *unfiltered) {
-    const std::size_t stride = element_count(width);
-    if (stride == 0) return;
-    parallel_for(0, row_count, row_grain(width), [&](int32_t begin, int32_t end) {
-        const std::size_t from = row_start(stride, begin);
-        lerp_to_bytes.active()(filtered + from, unfiltered + from, amount, row_start(stride, end - begin));
+    const FetchAhead planes(counts(width, row_count), filtered, unfiltered);
+    planes.for_rows(width, row_count, [&](std::size_t i, std::size_t n) {
+        lerp_to_bytes.active()(filtered + i, unfiltered + i, amount, n);
     });
 }

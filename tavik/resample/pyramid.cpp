@@ -1,6 +1,7 @@
 // Image pyramids: each level half as large as the one before it (Burt and Adelson 1983).
 #include <algorithm>
 
+#include "tavik/frame/fetch_ahead.h"
 #include "tavik/frame/sampling.h"
 #include "tavik/resample/positions.h"
 #include "tavik/resample/resample.h"
@@ -76,6 +77,7 @@ TAVIK_EXPORT(void) xHalfSizeBuf(int32_t width, int32_t height, const float *src,
             std::array<std::array<float, sampling_run>, 4> window;
             const auto reduced_row = [&](int32_t y) { return window[static_cast<std::size_t>(y) % 4].data(); };
             for (int32_t y = 2 * begin - 1; y <= 2 * end; ++y) {
+                prefetch(src, row_start(src_columns, y + 2) + 2 * x, row_start(src_columns, y + 2) + 2 * (x + count));
                 reduce_across.active()(src + row_start(src_columns, std::clamp(y, 0, height - 1)), width,
                                        static_cast<int32_t>(x), reduced_row(y), count);
                 if (y % 2 != 0 || y == 2 * begin) continue;
@@ -104,6 +106,7 @@ TAVIK_EXPORT(void)
 xrefinementhelper(int32_t width, int32_t height, float gain, const float *fine, const float *coarse_in,
                   const float *coarse_out, float *dst) {
     const int32_t coarse_width = reduced(width);
+    const FetchAhead planes(counts(width, height), fine, dst);
     const auto enlarged = [&](const float *coarse, const PixelRun &run) {
         const auto row_at = [&](int32_t y) {
             return coarse + row_start(element_count(coarse_width), std::clamp(y, 0, reduced(height) - 1));
@@ -116,6 +119,8 @@ xrefinementhelper(int32_t width, int32_t height, float gain, const float *fine, 
         return rows;
     };
     for_each_run(width, height, [&](const PixelRun &run) {
+        const std::size_t below = run.at + element_count(width);
+        planes.fetch(below, below + run.count);
         add_detail.active()(enlarged(coarse_in, run), enlarged(coarse_out, run), gain, fine + run.at, dst + run.at,
                             run.count);
     });

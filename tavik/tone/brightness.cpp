@@ -1,6 +1,7 @@
 #include "tavik/tone/tone.h"
 
 #include "tavik/frame/bytes.h"
+#include "tavik/frame/fetch_ahead.h"
 #include "tavik/frame/size_form.h"
 
 namespace {
@@ -71,7 +72,10 @@ FastGreyscaleExpose(const uint8_t *src_r, const uint8_t *src_g, const uint8_t *s
                     uint8_t *dst1, uint8_t *dst2, uint8_t *dst3, int32_t expose_r, int32_t expose_g, int32_t expose_b) {
     const std::size_t count = one_short(width, height);
     auto &row = row_in_order(weighted_grey, {src_r, src_g, src_b, dst1, dst2, dst3}, count);
-    row(GreyWeights(expose_r, expose_g, expose_b), src_r, src_g, src_b, dst1, dst2, dst3, count);
+    const GreyWeights weights(expose_r, expose_g, expose_b);
+    FetchAhead(count, src_r, src_g, src_b, dst1, dst2, dst3).for_all([&](std::size_t i, std::size_t n) {
+        row(weights, src_r + i, src_g + i, src_b + i, dst1 + i, dst2 + i, dst3 + i, n);
+    });
 }
 
 TAVIK_EXPORT(void) xDimChannel(float factor, int32_t count, uint8_t *plane) {

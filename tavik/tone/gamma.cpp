@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "tavik/frame/bytes.h"
-#include "tavik/frame/parallel_for.h"
+#include "tavik/frame/fetch_ahead.h"
 #include "tavik/frame/size_form.h"
 
 using namespace tavik;
@@ -39,9 +39,7 @@ xGammaAB(float gamma, float gain, float offset, int32_t width, int32_t height, c
         const float x = value == 255 ? 1.0F : static_cast<float>(value) * unit_per_byte;
         return unit_to_byte(std::pow(x, gamma) * gain + offset);
     });
-    const std::size_t stride = element_count(width);
-    parallel_for(0, height, row_grain(width), [&](int32_t begin, int32_t end) {
-        const std::size_t start = begin * stride;
-        map_bytes.active()(src + start, dst + start, (end - begin) * stride, table.data());
-    });
+    const FetchAhead planes(counts(width, height), src, dst);
+    planes.for_rows(width, height,
+                    [&](std::size_t i, std::size_t n) { map_bytes.active()(src + i, dst + i, n, table.data()); });
 }

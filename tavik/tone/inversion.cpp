@@ -1,6 +1,7 @@
 #include "tavik/tone/tone.h"
 
 #include "tavik/frame/bytes.h"
+#include "tavik/frame/fetch_ahead.h"
 #include "tavik/frame/size_form.h"
 
 #define TAVIK_ROWS "tavik/tone/inversion_rows.inl"
@@ -18,7 +19,8 @@ constexpr PerLevel<ThreePlanesRow> cancel_value = TAVIK_EVERY_LEVEL(cancel_value
 void change_planes(const PerLevel<ThreePlanesRow> &rows, int32_t width, int32_t height, uint8_t *r, uint8_t *g,
                    uint8_t *b) {
     const std::size_t count = counts(width, height);
-    row_in_order(rows, {r, g, b}, count)(r, g, b, count);
+    auto &row = row_in_order(rows, {r, g, b}, count);
+    FetchAhead(count, r, g, b).for_all([&](std::size_t i, std::size_t n) { row(r + i, g + i, b + i, n); });
 }
 
 } // namespace
