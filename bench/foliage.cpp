@@ -63,7 +63,9 @@ void meadow(const Picture &p) {
 const Case cases[] = {
     {"foliage_zLine", {.bytes = 14, .note = "a stroke for each 512 pixels"}, strokes},
     {"foliage_xpen", {.bytes = 14, .note = "a dab for each 256 pixels"}, dabs},
-    {"xApply_Physics", {.bytes = 8, .parallel = true, .note = "a particle for each 20 pixels"}, physics},
+    {"xApply_Physics",
+     {.bytes = 8, .parallel = true, .note = "a particle for each 20 pixels; records of mixed fields"},
+     physics},
     {"xFoliage_Process", {.bytes = 14, .note = "a blade for each 100 pixels"}, meadow},
 };
 

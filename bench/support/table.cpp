@@ -89,6 +89,21 @@ std::optional<double> Table::reference_speed(const std::string &size) const {
     return std::nullopt;
 }
 
+std::string Table::bound_of(const Line &line) const {
+    const auto of_memcpy = ratio(line.gigabytes(), reference_speed(line.subject.size));
+    if (!of_memcpy) return "";
+    if (*of_memcpy >= 0.7) return "memory";
+    for (const Line &other : lines) {
+        const bool is_same_case =
+            other.subject.family == line.subject.family && other.subject.name == line.subject.name;
+        if (is_same_case && other.subject.pixels < line.subject.pixels) {
+            const auto of_small = ratio(line.megapixels[best()], other.megapixels[best()]);
+            if (of_small) return *of_small >= 0.75 ? "arithmetic" : "misses";
+        }
+    }
+    return "arithmetic";
+}
+
 void Table::write_heading(const std::string &family) const {
     std::ostream &out = GetOutputStream();
     std::string rule = "|---|---|";
@@ -97,8 +112,8 @@ void Table::write_heading(const std::string &family) const {
         out << ' ' << tavik_test::name_of(level) << " |";
         rule += "--:|";
     }
-    out << " ratio | GB/s | of memcpy | parallel | OpenCV | × OpenCV | note |\n"
-        << rule << "--:|--:|--:|--:|--:|--:|---|\n";
+    out << " ratio | GB/s | of memcpy | bound by | parallel | OpenCV | × OpenCV | note |\n"
+        << rule << "--:|--:|--:|---|--:|--:|--:|---|\n";
 }
 
 void Table::write(const Line &line) const {
@@ -108,7 +123,7 @@ void Table::write(const Line &line) const {
         out << ' ' << speed(line.megapixels[static_cast<std::size_t>(level)]) << " |";
     out << ' ' << number(ratio(line.megapixels[best()], line.megapixels[scalar]), 1) << " | "
         << number(line.gigabytes(), 1) << " | "
-        << number(ratio(line.gigabytes(), reference_speed(line.subject.size)), 2) << " | "
+        << number(ratio(line.gigabytes(), reference_speed(line.subject.size)), 2) << " | " << bound_of(line) << " | "
         << number(ratio(line.one_thread_time, line.all_threads_time), 2) << " | " << speed(line.equivalent_megapixels)
         << (line.equivalent_megapixels ? " " + line.equivalent : "") << " | "
         << number(ratio(line.megapixels[best()], line.equivalent_megapixels), 1) << " | " << line.subject.note
@@ -121,6 +136,8 @@ void Table::Finalize() {
                          "run.\n\n"
                       << "- ratio: " << top << " / scalar\n- GB/s: read plus written, " << top
                       << "\n- of memcpy: that speed / the speed of memcpy on a channel plane of the same size\n"
+                      << "- bound by: memory, where that is 0.7 or more; else arithmetic, unless large pictures take a "
+                         "third longer a pixel than those in cache, which they do where cache misses stop them\n"
                       << "- parallel: time on one thread / on " << benchmark::CPUInfo::Get().num_cpus
                       << ", elapsed, best level\n"
                       << "- OpenCV: the call that does the same or nearly so, on one thread, and " << top

@@ -61,6 +61,7 @@ class Table : public benchmark::BenchmarkReporter {
     };
 
     std::optional<double> reference_speed(const std::string &size) const;
+    std::string bound_of(const Line &line) const;
     void write_heading(const std::string &family) const;
     void write(const Line &line) const;
 

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "tavik/frame/bytes.h"
+#include "tavik/frame/fetch_ahead.h"
 #include "tavik/frame/parallel_for.h"
 #include "tavik/frame/size_form.h"
 
@@ -39,11 +40,13 @@ void map_and_count(const uint8_t *src, uint8_t *dst, std::size_t count, const ui
     // The sources are counted instead of the results, block by block while they are in cache: all that map to
     // one result add up to its count.
     constexpr std::size_t block = 16384;
+    const FetchAhead planes(count, src, dst);
     ByteCounts counts;
-    for (std::size_t i = 0; i < count; i += block) {
-        const std::size_t length = std::min(block, count - i);
-        counts.add(src + i, length);
-        map_bytes.active()(src + i, dst + i, length, table);
+    for (std::size_t begin = 0; begin < count; begin += block) {
+        planes.for_runs(begin, std::min(begin + block, count), [&](std::size_t i, std::size_t n) {
+            counts.add(src + i, n);
+            map_bytes.active()(src + i, dst + i, n, table);
+        });
     }
     for (std::size_t value = 0; value < 256; ++value)
         histogram[table[value]] = wrap_add(histogram[table[value]], static_cast<int32_t>(counts[value]));

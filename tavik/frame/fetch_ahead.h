@@ -50,6 +50,13 @@ template <class... Element> class FetchAhead {
 
     template <class Body> void for_all(const Body &body) const { for_runs(0, count_, body); }
 
+    // The same at the same time, in any order.
+    template <class Body> void for_all_in_parallel(const Body &body) const {
+        parallel_for(0, static_cast<int32_t>(count_), light_grain, [&](int32_t begin, int32_t end) {
+            for_runs(static_cast<std::size_t>(begin), static_cast<std::size_t>(end), body);
+        });
+    }
+
     // Calls body(start, count) for runs that cover height rows of width elements, one after the other in the buffers;
     // at the same time, in any order.
     template <class Body> void for_rows(int32_t width, int32_t height, const Body &body) const {

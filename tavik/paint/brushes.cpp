@@ -3,6 +3,7 @@
 #include <cstddef>
 
 #include "tavik/frame/arithmetic.h"
+#include "tavik/frame/fetch_ahead.h"
 #include "tavik/frame/parallel_for.h"
 #include "tavik/frame/size_form.h"
 #include "tavik/paint/byte_mix.h"
@@ -56,6 +57,12 @@ template <class Handle> void for_each_row(const Brush &brush, int32_t width, int
     }
 }
 
+// Rows of a brush lie too far apart on the planes for the processor to see a pattern.
+void fetch_below(const std::array<uint8_t *, 3> &planes, std::size_t row, std::size_t count, int32_t width) {
+    const std::size_t below = row + element_count(width);
+    for (const uint8_t *plane : planes) prefetch(plane, below, below + count);
+}
+
 } // namespace
 
 TAVIK_EXPORT(void)
@@ -65,6 +72,7 @@ CustomBrushBlit(int32_t x, int32_t y, int32_t brush_width, int32_t brush_height,
     const std::array<const uint8_t *, 3> brush = {brush_r, brush_g, brush_b};
     const std::array<uint8_t *, 3> planes = {plane_r, plane_g, plane_b};
     for_each_row({x, y, brush_width, brush_height}, width, height, [&](std::size_t from, std::size_t to, auto count) {
+        fetch_below(planes, to, count, width);
         for (std::size_t i = 0; i < 3; ++i)
             mix_through.active()(brush_a + from, low_byte(opacity), brush[i] + from, planes[i] + to, count);
     });
@@ -77,6 +85,7 @@ Cust_Smear_helper(int32_t x, int32_t y, int32_t brush_width, int32_t brush_heigh
     const std::array<uint8_t *, 3> carry = {carry_r, carry_g, carry_b};
     const std::array<uint8_t *, 3> planes = {plane_r, plane_g, plane_b};
     for_each_row({x, y, brush_width, brush_height}, width, height, [&](std::size_t from, std::size_t to, auto count) {
+        fetch_below(planes, to, count, width);
         for (std::size_t i = 0; i < 3; ++i)
             smear_bytes.active()(mask + from, low_byte(strength), low_byte(pickup), carry[i] + from, planes[i] + to,
                                  count);

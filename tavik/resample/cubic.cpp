@@ -79,7 +79,8 @@ class BicubicColumns {
     }
 
     void resize_row(const FourRows &rows, float fraction, uint8_t *dst) const {
-        std::array<float, most_values> values;
+        // With room for a vector that begins at one of the last values.
+        std::array<float, most_values + 16> values;
         if (is_run)
             interpolate_run(rows, fraction, values.data());
         else

@@ -132,10 +132,11 @@ void bicubic_columns(const FourRows &rows, float fraction, float *values, size_t
 }
 
 // Turns the four values from each place on into rows of the first ones, the second ones and so on.
-inline void gather_fours(const float *values, const int32_t *places, float (*rows)[block_columns], size_t count) {
-    size_t x = 0;
+inline void gather_fours_one_by_one(const float *values, const int32_t *places, float (*rows)[block_columns],
+                                    size_t first, size_t end) {
+    size_t x = first;
 #if TAVIK_LEVEL >= TAVIK_SSE2
-    for (; x + 4 <= count; x += 4) {
+    for (; x + 4 <= end; x += 4) {
         __m128 a = _mm_loadu_ps(values + places[x]);
         __m128 b = _mm_loadu_ps(values + places[x + 1]);
         __m128 c = _mm_loadu_ps(values + places[x + 2]);
@@ -147,8 +148,48 @@ inline void gather_fours(const float *values, const int32_t *places, float (*row
         _mm_storeu_ps(rows[3] + x, d);
     }
 #endif
-    for (; x < count; ++x)
+    for (; x < end; ++x)
         for (size_t row = 0; row < 4; ++row) rows[row][x] = values[places[x] + static_cast<int32_t>(row)];
+}
+
+inline void gather_fours(const float *values, const int32_t *places, float (*rows)[block_columns], size_t count) {
+    size_t x = 0;
+#if TAVIK_LEVEL >= TAVIK_AVX2
+#if TAVIK_LEVEL >= TAVIK_AVX512
+    constexpr size_t lanes = 16;
+    const auto offsets_at = [&](size_t at) {
+        const __m512i first = _mm512_set1_epi32(places[at]);
+        return _mm512_sub_epi32(_mm512_loadu_si512(places + at), first);
+    };
+    const auto lie_together = [](__m512i offsets) {
+        return _mm512_cmplt_epu32_mask(offsets, _mm512_set1_epi32(lanes)) == 0xFFFF;
+    };
+    const auto permute = [](const float *from, __m512i offsets, float *to) {
+        _mm512_storeu_ps(to, _mm512_maskz_permutexvar_ps(0xFFFF, offsets, _mm512_loadu_ps(from)));
+    };
+#else
+    constexpr size_t lanes = 8;
+    const auto offsets_at = [&](size_t at) {
+        const __m256i first = _mm256_set1_epi32(places[at]);
+        return _mm256_sub_epi32(_mm256_loadu_si256(reinterpret_cast<const __m256i *>(places + at)), first);
+    };
+    const auto lie_together = [](__m256i offsets) {
+        return _mm256_testz_si256(offsets, _mm256_set1_epi32(~static_cast<int32_t>(lanes - 1))) != 0;
+    };
+    const auto permute = [](const float *from, __m256i offsets, float *to) {
+        _mm256_storeu_ps(to, _mm256_permutevar8x32_ps(_mm256_loadu_ps(from), offsets));
+    };
+#endif
+    for (; x + lanes <= count; x += lanes) {
+        // Columns that take their values from one vector: a permutation for each row.
+        if (const auto offsets = offsets_at(x); lie_together(offsets)) {
+            for (size_t row = 0; row < 4; ++row) permute(values + places[x] + row, offsets, rows[row] + x);
+        } else {
+            gather_fours_one_by_one(values, places, rows, x, x + lanes);
+        }
+    }
+#endif
+    gather_fours_one_by_one(values, places, rows, x, count);
 }
 
 void bicubic_row(const float *values, const int32_t *places, const float *fractions, uint8_t *dst, size_t count) {

@@ -3,7 +3,6 @@
 #include "tavik/frame/arithmetic.h"
 #include "tavik/frame/bytes.h"
 #include "tavik/frame/fetch_ahead.h"
-#include "tavik/frame/parallel_for.h"
 #include "tavik/frame/size_form.h"
 
 using namespace tavik;
@@ -43,10 +42,9 @@ struct Posterize {
 // The parallel twins' body: the function's table is shared by all pixels of the call.
 template <class Function>
 void apply_in_parallel(const uint8_t *src, uint8_t *dst, int32_t count, const Function &function) {
-    const FetchAhead planes(element_count(count), src, dst);
-    parallel_for(0, count, light_grain, [&, table = tabulate(function)](int32_t begin, int32_t end) {
-        planes.for_runs(element_count(begin), element_count(end),
-                        [&](std::size_t i, std::size_t n) { map_bytes.active()(src + i, dst + i, n, table.data()); });
+    const ByteTable table = tabulate(function);
+    FetchAhead(element_count(count), src, dst).for_all_in_parallel([&](std::size_t i, std::size_t n) {
+        map_bytes.active()(src + i, dst + i, n, table.data());
     });
 }
 

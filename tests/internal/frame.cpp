@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include "tavik/frame/arithmetic.h"
+#include "tavik/frame/fetch_ahead.h"
 #include "tavik/frame/overlap.h"
 #include "tavik/frame/parallel_for.h"
 #include "tavik/frame/random.h"
@@ -47,6 +48,43 @@ TEST(ParallelFor, RunsNothingForAnEmptyRangeAndLittleWorkOnTheCallingThread) {
         EXPECT_EQ(std::this_thread::get_id(), caller);
     });
     EXPECT_EQ(parts, 1);
+}
+
+TEST(FetchAhead, CoversEachElementOnceInOrder) {
+    const std::vector<uint8_t> bytes(3);
+    const std::vector<float> floats(3);
+    // Of small buffers one run, of large ones blocks that both sorts of elements fit into.
+    struct Case {
+        std::size_t count, first, longest;
+    };
+    for (const Case &c : {Case{0, 0, 0}, Case{1000, 7, 993}, Case{1024 * 1024 + 5, 7, 256}}) {
+        const FetchAhead buffers(c.count, bytes.data(), floats.data());
+        std::size_t next = c.first;
+        std::size_t longest = 0;
+        buffers.for_runs(c.first, c.count, [&](std::size_t start, std::size_t run) {
+            EXPECT_EQ(start, next);
+            next = start + run;
+            longest = std::max(longest, run);
+        });
+        EXPECT_EQ(next, c.count);
+        EXPECT_EQ(longest, c.longest);
+    }
+}
+
+TEST(FetchAhead, CoversPackedRowsOnce) {
+    constexpr int32_t width = 1001;
+    constexpr int32_t height = 1100;
+    std::vector<std::atomic<uint8_t>> visits(std::size_t{width} * height);
+    const FetchAhead buffers(visits.size(), visits.data());
+    const auto visit = [&](std::size_t start, std::size_t run) {
+        for (std::size_t i = start; i < start + run; ++i) ++visits[i];
+    };
+    buffers.for_rows(width, height, visit);
+    buffers.for_rows(-width, height, visit);
+    buffers.for_rows(width, -height, visit);
+    buffers.for_all(visit);
+    buffers.for_all_in_parallel(visit);
+    EXPECT_TRUE(std::all_of(visits.begin(), visits.end(), [](const auto &count) { return count == 3; }));
 }
 
 TEST(ParallelFor, RunsInsideItself) {
