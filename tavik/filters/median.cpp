@@ -8,19 +8,13 @@ using namespace tavik;
 
 namespace {
 
-constexpr PerLevel<void(const uint8_t *above, const uint8_t *middle, const uint8_t *below, uint8_t *dst,
-                        std::size_t count)>
-    median_row = TAVIK_EVERY_LEVEL(median_row);
+constexpr PerLevel<void(const uint8_t *src, uint8_t *dst, std::size_t stride, std::size_t columns, std::size_t count)>
+    median_rows = TAVIK_EVERY_LEVEL(median_rows);
 
 } // namespace
 
 TAVIK_EXPORT(void) xMedian(const uint8_t *src, uint8_t *dst, int32_t x_max, int32_t y_max) {
-    if (x_max < 2) return;
-    const auto columns = static_cast<std::size_t>(x_max) - 1;
-    const std::size_t stride = columns + 2;
-    for (int32_t y = 1; y < y_max; ++y) {
-        const std::size_t start = stride * static_cast<std::size_t>(y);
-        const uint8_t *middle = src + start;
-        median_row.active()(middle - stride, middle, middle + stride, dst + start + 1, columns);
-    }
+    if (x_max < 2 || y_max < 2) return;
+    const std::size_t stride = element_count(x_max) + 1;
+    median_rows.active()(src + stride, dst + stride + 1, stride, stride - 2, element_count(y_max - 1));
 }

@@ -1,9 +1,7 @@
 #if TAVIK_LEVEL >= TAVIK_SSE2
 #include "tavik/frame/byte_vector.inl"
-inline void read(const uint8_t *from, ByteVector &samples) { samples = load(from); }
 #endif
 
-inline void read(const uint8_t *from, uint8_t &sample) { sample = *from; }
 inline uint8_t minimum(uint8_t a, uint8_t b) { return std::min(a, b); }
 inline uint8_t maximum(uint8_t a, uint8_t b) { return std::max(a, b); }
 
@@ -18,35 +16,87 @@ template <class Bytes> void sort_three(Bytes &a, Bytes &b, Bytes &c) {
     sort_two(a, b);
 }
 
-// The median of nine is the median of three: the largest of the columns' lowest, the median of their medians and the
-// smallest of their highest.
-template <class Bytes> void median_of_nine(const uint8_t *const rows[3], size_t i, Bytes &median) {
-    Bytes low[3];
-    Bytes middle[3];
-    Bytes high[3];
-    for (size_t column = 0; column < 3; ++column) {
-        read(rows[0] + i + column, low[column]);
-        read(rows[1] + i + column, middle[column]);
-        read(rows[2] + i + column, high[column]);
-        sort_three(low[column], middle[column], high[column]);
-    }
-    Bytes largest_low = maximum(maximum(low[0], low[1]), low[2]);
-    Bytes smallest_high = minimum(minimum(high[0], high[1]), high[2]);
+// The sorted columns of three rows: the rows of their lowest, of their middle and of their highest samples.
+struct SortedColumns {
+    static constexpr size_t most = 4096;
+    // A median takes three columns.
+    uint8_t lowest[most + 2];
+    uint8_t middle[most + 2];
+    uint8_t highest[most + 2];
+};
+
+// The median of nine is the median of three: the largest of the columns' lowest, the median of their middle ones and
+// the smallest of their highest.
+template <class Bytes> Bytes median_of_nine(Bytes (&lowest)[3], Bytes (&middle)[3], Bytes (&highest)[3]) {
+    Bytes largest_low = maximum(maximum(lowest[0], lowest[1]), lowest[2]);
+    Bytes smallest_high = minimum(minimum(highest[0], highest[1]), highest[2]);
     sort_three(middle[0], middle[1], middle[2]);
     sort_three(largest_low, middle[1], smallest_high);
-    median = middle[1];
+    return middle[1];
 }
 
-// dst[i] is the median of [i] .. [i + 2] of the three rows.
-void median_row(const uint8_t *above, const uint8_t *middle, const uint8_t *below, uint8_t *dst, size_t count) {
-    const uint8_t *const rows[3] = {above, middle, below};
-    size_t i = 0;
+inline void sort_columns(const uint8_t *const rows[3], size_t count, SortedColumns &sorted) {
+    size_t x = 0;
 #if TAVIK_LEVEL >= TAVIK_SSE2
-    i = cover_with_vectors(count, [&](size_t at) {
-        ByteVector median;
-        median_of_nine(rows, at, median);
-        store(dst + at, median);
+    x = cover_with_vectors(count, [&](size_t at) {
+        ByteVector column[3] = {load(rows[0] + at), load(rows[1] + at), load(rows[2] + at)};
+        sort_three(column[0], column[1], column[2]);
+        store(sorted.lowest + at, column[0]);
+        store(sorted.middle + at, column[1]);
+        store(sorted.highest + at, column[2]);
     });
 #endif
-    for (; i < count; ++i) median_of_nine(rows, i, dst[i]);
+    for (; x < count; ++x) {
+        uint8_t column[3] = {rows[0][x], rows[1][x], rows[2][x]};
+        sort_three(column[0], column[1], column[2]);
+        sorted.lowest[x] = column[0];
+        sorted.middle[x] = column[1];
+        sorted.highest[x] = column[2];
+    }
+}
+
+inline void merge_columns(const SortedColumns &sorted, uint8_t *dst, size_t count) {
+    size_t x = 0;
+#if TAVIK_LEVEL >= TAVIK_SSE2
+    x = cover_with_vectors(count, [&](size_t at) {
+        const auto three_from = [](const uint8_t *from, ByteVector(&columns)[3]) {
+            for (size_t i = 0; i < 3; ++i) columns[i] = load(from + i);
+        };
+        ByteVector lowest[3];
+        ByteVector middle[3];
+        ByteVector highest[3];
+        three_from(sorted.lowest + at, lowest);
+        three_from(sorted.middle + at, middle);
+        three_from(sorted.highest + at, highest);
+        store(dst + at, median_of_nine(lowest, middle, highest));
+    });
+#endif
+    for (; x < count; ++x) {
+        uint8_t lowest[3];
+        uint8_t middle[3];
+        uint8_t highest[3];
+        std::copy_n(sorted.lowest + x, 3, lowest);
+        std::copy_n(sorted.middle + x, 3, middle);
+        std::copy_n(sorted.highest + x, 3, highest);
+        dst[x] = median_of_nine(lowest, middle, highest);
+    }
+}
+
+// Samples [x] of `count` rows become the medians of [x] .. [x + 2] of theirs and the rows above and below.
+void median_rows(const uint8_t *src, uint8_t *dst, size_t stride, size_t columns, size_t count) {
+    SortedColumns sorted[2];
+    for (size_t first = 0; first < columns; first += SortedColumns::most) {
+        const size_t run = std::min(columns - first, SortedColumns::most);
+        const auto sort_row = [&](size_t row) {
+            const uint8_t *middle = src + row * stride + first;
+            const uint8_t *const rows[3] = {middle - stride, middle, middle + stride};
+            sort_columns(rows, run + 2, sorted[row % 2]);
+        };
+        // Sorted one row ahead: what has just been stored is slow to load at other places.
+        sort_row(0);
+        for (size_t row = 0; row < count; ++row) {
+            if (row + 1 < count) sort_row(row + 1);
+            merge_columns(sorted[row % 2], dst + row * stride + first, run);
+        }
+    }
 }
