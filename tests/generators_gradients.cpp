@@ -190,12 +190,11 @@ template <int32_t blend> void run_circular(Workspace &w) {
     });
 }
 
-template <class Render> void run_rendered(Workspace &w, const Render &render) {
-    constexpr int32_t n = 100;
+template <class Render> void run_rendered(Workspace &w, const Render &render, int32_t n = 100) {
     const auto src = w.buffers();
     uint8_t *dst[3];
     for (std::size_t c = 0; c < 3; ++c) dst[c] = w.result_of(src[c]);
-    call(render, n, w.floats(4 * (n + 1), 0, 300), dst, src);
+    call(render, n, w.floats(area(4, n + 1), 0, 300), dst, src);
 }
 
 const BulkCase cases[] = {
@@ -210,6 +209,11 @@ const BulkCase cases[] = {
          run_rendered(w, [&](auto... rest) { xRenderLinearTo(0.7F, -0.3F, 5, w.width, w.height, rest...); });
      },
      true},
+    {"xRenderLinearTo_long_table",
+     [](Workspace &w) {
+         const auto render = [&](auto... rest) { xRenderLinearTo(9.7F, -3.3F, 5, w.width, w.height, rest...); };
+         run_rendered(w, render, 1500);
+     }},
     {"xRenderCircularTo",
      [](Workspace &w) {
          run_rendered(w, [&](auto... rest) { xRenderCircularTo(40.3F, 7, 0, 0, w.width, w.height, rest...); });

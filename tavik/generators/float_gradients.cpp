@@ -7,16 +7,31 @@
 
 namespace {
 
+// A colour and its alpha.
+using Entry = std::array<float, 4>;
+
 // Red, green, blue and alpha, each last + 1 floats.
 struct FloatTable {
     std::array<const float *, 4> components;
     float last;
+    // The same entry by entry, or null.
+    const Entry *entries = nullptr;
 
     FloatTable(const float *table, int32_t n) : last(static_cast<float>(n)) {
         const std::size_t stride = static_cast<std::size_t>(n) + 1;
         for (std::size_t c = 0; c < 4; ++c) components[c] = table + c * stride;
     }
+
+    // Puts the components of each entry beside each other: one load takes them all.
+    void pack(Entry *to) {
+        for (std::size_t i = 0; i <= static_cast<std::size_t>(last); ++i)
+            for (std::size_t c = 0; c < 4; ++c) to[i][c] = components[c][i];
+        entries = to;
+    }
 };
+
+// Pixels that are worked on at once.
+constexpr std::size_t run = 512;
 
 constexpr float pi = 3.1415927F;
 
@@ -39,9 +54,6 @@ constexpr PerLevel<void(const float *positions, const FloatTable &table, const u
                         uint8_t *const dst[3], std::size_t count)>
     render_row = TAVIK_EVERY_LEVEL(render_row);
 
-// Pixels that are worked on at once.
-constexpr std::size_t run = 512;
-
 struct Channels {
     std::array<uint8_t *, 3> dst;
     std::array<const uint8_t *, 3> src;
@@ -49,9 +61,12 @@ struct Channels {
 
 // Renders what write_positions(x, y, positions, count) says of each run of pixels.
 template <class WritePositions>
-void render(int32_t width, int32_t rows, const FloatTable &table, const Channels &planes,
+void render(int32_t width, int32_t rows, FloatTable table, const Channels &planes,
             const WritePositions &write_positions) {
     const std::size_t columns = element_count(width);
+    std::array<Entry, 1024> entries;
+    if (table.last < static_cast<float>(entries.size()) && table.last < static_cast<float>(counts(width, rows)))
+        table.pack(entries.data());
     // A pixel costs several light elements.
     const int32_t grain = std::max(row_grain(width) / 8, 1);
     parallel_for(0, rows, grain, [&](int32_t begin, int32_t end) {
