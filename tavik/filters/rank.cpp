@@ -1,4 +1,5 @@
 #include "tavik/filters/filters.h"
+#include "tavik/frame/fetch_ahead.h"
 #include "tavik/frame/size_form.h"
 
 namespace {

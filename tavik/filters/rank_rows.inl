@@ -1,20 +1,17 @@
 #if TAVIK_LEVEL >= TAVIK_SSE2
 #include "tavik/frame/byte_vector.inl"
 using Bytes = ByteVector;
-
-// Asks for the cache line `distance` bytes further on, wherever it lies: what is walked down lies too far apart for the
-// processor to see a pattern.
-inline void fetch(const uint8_t *from, size_t distance) {
-    _mm_prefetch(reinterpret_cast<const char *>(reinterpret_cast<uintptr_t>(from) + distance), _MM_HINT_T0);
-}
 #else
-inline void fetch(const uint8_t *, size_t) {}
 using Bytes = uint8_t;
 inline uint8_t load(const uint8_t *from) { return *from; }
 inline void store(uint8_t *to, uint8_t value) { *to = value; }
 inline uint8_t minimum(uint8_t a, uint8_t b) { return std::min(a, b); }
 inline uint8_t maximum(uint8_t a, uint8_t b) { return std::max(a, b); }
 #endif
+
+// Asks for what is `distance` bytes further on: what is walked down lies too far apart for the processor to see a
+// pattern.
+inline void fetch(const uint8_t *from, size_t distance) { prefetch_line(reinterpret_cast<uintptr_t>(from) + distance); }
 
 struct Largest {
     static constexpr uint8_t of_none = 0;

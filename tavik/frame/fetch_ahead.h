@@ -11,14 +11,17 @@
 
 namespace tavik {
 
-// Asks the processor to fetch the elements from `begin` to `end`. Asking never faults, wherever they lie.
+// Asks the processor to fetch the cache line of an address. Asking never faults, wherever it lies.
+inline void prefetch_line(std::uintptr_t address) {
+    // The compiler drops its own prefetching function together with loops that do nothing else.
+    asm volatile("prefetcht0 (%0)" : : "r"(address));
+}
+
+// Asks the processor to fetch the elements from `begin` to `end`.
 template <class Element> void prefetch(const Element *elements, std::size_t begin, std::size_t end) {
     constexpr std::size_t line = 64;
     const auto start = reinterpret_cast<std::uintptr_t>(elements);
-    for (std::size_t at = begin * sizeof(Element); at < end * sizeof(Element); at += line) {
-        // The compiler drops its own prefetching function together with loops that do nothing else.
-        asm volatile("prefetcht0 (%0)" : : "r"(start + at));
-    }
+    for (std::size_t at = begin * sizeof(Element); at < end * sizeof(Element); at += line) prefetch_line(start + at);
 }
 
 // Buffers of `count` elements each that a call walks through in step. Rows with much arithmetic leave the processor
