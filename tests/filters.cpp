@@ -306,6 +306,22 @@ TEST(Filters, BlurOfEveryRadius) {
     }
 }
 
+// Wide pictures are blurred strip by strip, in place all at once.
+TEST(Filters, BlurOfWidePicturesIsThatInPlace) {
+    struct Case {
+        int32_t width, radius, passes;
+    };
+    for (const Case &c : {Case{385, 2, 1}, {700, 6, 3}, {1025, 1, 20}, {3000, 127, 1}, {600, 127, 9}}) {
+        constexpr int32_t height = 21;
+        const Bytes src = noise(area(c.width, height), 3);
+        Bytes dst(src.size());
+        xBlur(c.width, height, c.radius, c.passes, src.data(), dst.data());
+        Bytes in_place = src;
+        xBlur(c.width, height, c.radius, c.passes, in_place.data(), in_place.data());
+        EXPECT_EQ(dst, in_place) << c.width << ' ' << c.radius << ' ' << c.passes;
+    }
+}
+
 void convolve(Workspace &w, int32_t largest_weight) {
     // Nothing is read or written of the last row, nor of the last column's end.
     const std::size_t columns = static_cast<std::size_t>(w.width);

@@ -43,7 +43,8 @@ template <class Thresholds>
 void dither_to_cube(int32_t width, int32_t y_start, int32_t y_end, uint8_t *r, uint8_t *g, uint8_t *b,
                     const Palette &palette, const Thresholds &thresholds) {
     const std::size_t stride = element_count(width);
-    const FetchAhead planes(stride * static_cast<std::size_t>(y_end - y_start), r, g, b);
+    const auto rows = static_cast<std::size_t>(y_end) - static_cast<std::size_t>(y_start);
+    const FetchAhead planes(stride * rows, r, g, b);
     std::array<uint8_t, threshold_run> indices;
     for (int32_t y = y_start; y < y_end; ++y) {
         const std::ptrdiff_t row = static_cast<std::ptrdiff_t>(stride) * y;

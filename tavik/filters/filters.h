@@ -54,8 +54,8 @@ TAVIK_EXPORT(void) Minimum_s(const uint8_t *src, uint8_t *dst, int32_t x_max, in
  *            σ² = passes × ((2·radius + 1)² − 1) / 12; 0 or less copies
  *   dst      may be src; all of it is written
  * Eight fraction bits are kept throughout, so that smooth areas stay free of bands: samples become v = src << 8, each
- * pass makes v the truncated float(sum) × (1 / (2·radius + 1)) + 0.5, and dst = (v + 128) >> 8. Allocates two bytes per
- * sample while it runs; without that memory it writes nothing. */
+ * pass makes v the truncated float(sum) × (1 / (2·radius + 1)) + 0.5, and dst = (v + 128) >> 8. Allocates up to two
+ * bytes per sample while it runs; without that memory it writes nothing. */
 TAVIK_EXPORT(void)
 xBlur(int32_t width, int32_t height, int32_t radius, int32_t passes, const uint8_t *src, uint8_t *dst);
 

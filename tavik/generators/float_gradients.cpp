@@ -65,8 +65,8 @@ void render(int32_t width, int32_t rows, FloatTable table, const Channels &plane
             const WritePositions &write_positions) {
     const std::size_t columns = element_count(width);
     std::array<Entry, 1024> entries;
-    if (table.last < static_cast<float>(entries.size()) && table.last < static_cast<float>(counts(width, rows)))
-        table.pack(entries.data());
+    const std::size_t pixels = columns * element_count(rows);
+    if (table.last < static_cast<float>(std::min(entries.size(), pixels))) table.pack(entries.data());
     // A pixel costs several light elements.
     const int32_t grain = std::max(row_grain(width) / 8, 1);
     parallel_for(0, rows, grain, [&](int32_t begin, int32_t end) {

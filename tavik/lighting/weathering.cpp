@@ -36,7 +36,7 @@ constexpr PerLevel<void(const float *before, const float *after, float gain, uin
 constexpr PerLevel<void(const float *plane, std::size_t count, Extremes &extremes)> find_extremes =
     TAVIK_EVERY_LEVEL(find_extremes);
 
-// Calls body(x, y, count, at) for runs of samples, in parallel rows, with the next run of the planes on its way.
+// Calls body(x, y, count, at) for runs of samples, in parallel rows, with what lies below them in the planes on its way.
 template <class Planes, class Body>
 void for_each_run(int32_t width, int32_t height, const Planes &planes, const Body &body) {
     // Eight neighbours cost about as many light elements.
@@ -44,8 +44,10 @@ void for_each_run(int32_t width, int32_t height, const Planes &planes, const Bod
         for (int32_t y = begin; y < end; ++y)
             for (int32_t x = 0; x < width; x += weathering_run) {
                 const std::size_t at = static_cast<std::size_t>(y) * element_count(width) + x;
-                planes.fetch(at + weathering_run, at + 2 * weathering_run);
-                body(x, y, std::min(weathering_run, width - x), at);
+                const int32_t count = std::min(weathering_run, width - x);
+                const std::size_t below = at + element_count(width);
+                planes.fetch(below, below + element_count(count));
+                body(x, y, count, at);
             }
     });
 }
@@ -80,7 +82,7 @@ TAVIK_EXPORT(void)
 xDifferenceKernel(int32_t width, int32_t height, float talus, float rate, const float *heights, float *flow) {
     const HeightField<float> field = {heights, width, height};
     const float half_rate = rate * 0.5F;
-    const FetchAhead planes(counts(width, height), heights + element_count(width), flow);
+    const FetchAhead planes(counts(width, height), heights, flow);
     for_each_run(width, height, planes, [&](int32_t x, int32_t y, int32_t count, std::size_t at) {
         find_flow.active()(field, talus, half_rate, x, y, flow + at, count);
     });
@@ -89,7 +91,7 @@ xDifferenceKernel(int32_t width, int32_t height, float talus, float rate, const 
 TAVIK_EXPORT(void)
 xApplySlope(int32_t width, int32_t height, float talus, const float *heights, const float *flow, float *dst) {
     const HeightField<float> field = {heights, width, height};
-    const FetchAhead planes(counts(width, height), heights + element_count(width), flow, dst);
+    const FetchAhead planes(counts(width, height), heights, flow, dst);
     for_each_run(width, height, planes, [&](int32_t x, int32_t y, int32_t count, std::size_t at) {
         move_material.active()(field, flow, talus, x, y, dst + at, count);
     });

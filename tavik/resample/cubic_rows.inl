@@ -131,9 +131,10 @@ void bicubic_columns(const FourRows &rows, float fraction, float *values, size_t
     for (size_t x = 0; x < count; ++x) values[x] = catmull_rom(p0[x], p1[x], p2[x], p3[x], fraction);
 }
 
-// Turns the four values from each place on into rows of the first ones, the second ones and so on.
-inline void gather_fours_one_by_one(const float *values, const int32_t *places, float (*rows)[block_columns],
-                                    size_t first, size_t end) {
+// Turns the four values from each of the places `first` to `end` on into rows of the first ones, the second ones and so
+// on. The places may lie anywhere.
+inline void gather_fours_apart(const float *values, const int32_t *places, float (*rows)[block_columns], size_t first,
+                               size_t end) {
     size_t x = first;
 #if TAVIK_LEVEL >= TAVIK_SSE2
     for (; x + 4 <= end; x += 4) {
@@ -152,6 +153,7 @@ inline void gather_fours_one_by_one(const float *values, const int32_t *places, 
         for (size_t row = 0; row < 4; ++row) rows[row][x] = values[places[x] + static_cast<int32_t>(row)];
 }
 
+// The same of all places.
 inline void gather_fours(const float *values, const int32_t *places, float (*rows)[block_columns], size_t count) {
     size_t x = 0;
 #if TAVIK_LEVEL >= TAVIK_AVX2
@@ -185,11 +187,11 @@ inline void gather_fours(const float *values, const int32_t *places, float (*row
         if (const auto offsets = offsets_at(x); lie_together(offsets)) {
             for (size_t row = 0; row < 4; ++row) permute(values + places[x] + row, offsets, rows[row] + x);
         } else {
-            gather_fours_one_by_one(values, places, rows, x, x + lanes);
+            gather_fours_apart(values, places, rows, x, x + lanes);
         }
     }
 #endif
-    gather_fours_one_by_one(values, places, rows, x, count);
+    gather_fours_apart(values, places, rows, x, count);
 }
 
 void bicubic_row(const float *values, const int32_t *places, const float *fractions, uint8_t *dst, size_t count) {
