@@ -40,9 +40,9 @@ class HueTurnInLanes {
         const auto from_green = g == largest;
         const auto from_red = r == largest;
         const Floats difference = from_red ? g - b : (from_green ? b - r : r - g);
-        const Floats offset = from_red ? zero : (from_green ? zero + 2.0F : zero + 4.0F);
+        const Floats offset = if_so(~from_red, 4.0F - if_so(from_green, zero + 2.0F));
         const Floats degrees = (offset + difference / range) * 60.0F;
-        const Floats hue = saturation == zero ? zero - 1.0F : (degrees < zero ? degrees + 360.0F : degrees);
+        const Floats hue = saturation == zero ? zero - 1.0F : degrees + if_so(degrees < zero, zero + 360.0F);
 
         const Floats sectors = on_circle(whole(hue + turn.shift)) * sector_per_degree;
         const Floats sector = whole(sectors);
@@ -66,8 +66,13 @@ class HueTurnInLanes {
 
   private:
     // Both give b where one is NaN.
-    static Floats larger(Floats a, Floats b) { return a > b ? a : b; }
-    static Floats smaller(Floats a, Floats b) { return a < b ? a : b; }
+    static Floats larger(Floats a, Floats b) { return maximum_else_second(a, b); }
+    static Floats smaller(Floats a, Floats b) { return minimum_else_second(a, b); }
+
+    // The value where the condition holds, else 0. Cheaper than a choice between two values.
+    static Floats if_so(Longs condition, Floats value) {
+        return reinterpret_cast<Floats>(condition & reinterpret_cast<Longs>(value));
+    }
 
     static Floats on_circle(Floats whole_degrees) {
         // Whole turns that make all degrees positive.

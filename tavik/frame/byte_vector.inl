@@ -52,6 +52,7 @@ using FloatVector = __m512;
 inline FloatVector load(const float *from) { return _mm512_loadu_ps(from); }
 inline FloatVector every_float(float value) { return _mm512_set1_ps(value); }
 inline FloatVector minimum_else_second(FloatVector a, FloatVector b) { return _mm512_maskz_min_ps(every_lane, a, b); }
+inline FloatVector maximum_else_second(FloatVector a, FloatVector b) { return _mm512_maskz_max_ps(every_lane, a, b); }
 inline ByteVector truncate(FloatVector value) { return _mm512_maskz_cvttps_epi32(every_lane, value); }
 
 #elif TAVIK_LEVEL >= TAVIK_AVX2
@@ -99,6 +100,7 @@ using FloatVector = __m256;
 inline FloatVector load(const float *from) { return _mm256_loadu_ps(from); }
 inline FloatVector every_float(float value) { return _mm256_set1_ps(value); }
 inline FloatVector minimum_else_second(FloatVector a, FloatVector b) { return _mm256_min_ps(a, b); }
+inline FloatVector maximum_else_second(FloatVector a, FloatVector b) { return _mm256_max_ps(a, b); }
 inline ByteVector truncate(FloatVector value) { return _mm256_cvttps_epi32(value); }
 
 #else
@@ -145,6 +147,7 @@ using FloatVector = __m128;
 inline FloatVector load(const float *from) { return _mm_loadu_ps(from); }
 inline FloatVector every_float(float value) { return _mm_set1_ps(value); }
 inline FloatVector minimum_else_second(FloatVector a, FloatVector b) { return _mm_min_ps(a, b); }
+inline FloatVector maximum_else_second(FloatVector a, FloatVector b) { return _mm_max_ps(a, b); }
 inline ByteVector truncate(FloatVector value) { return _mm_cvttps_epi32(value); }
 
 #endif
