@@ -25,34 +25,8 @@ struct ColourDestinations {
 
 #if TAVIK_LEVEL >= TAVIK_SSE2
 
-using Floats = float __attribute__((vector_size(vector_bytes)));
-
-inline Floats to_floats(ByteVector longs) { return __builtin_convertvector(reinterpret_cast<Longs>(longs), Floats); }
-
 // Each float without its fraction.
 inline Floats whole(Floats value) { return to_floats(truncate(value)); }
-
-// A vector of bytes as four vectors of floats: quarters of each 16-byte lane.
-struct FloatQuarters {
-    Floats quarters[4];
-
-    explicit FloatQuarters(ByteVector bytes) {
-        const ByteVector zero = {};
-        const ByteVector low = interleave_low_bytes(bytes, zero);
-        const ByteVector high = interleave_high_bytes(bytes, zero);
-        quarters[0] = to_floats(interleave_low_words(low, zero));
-        quarters[1] = to_floats(interleave_high_words(low, zero));
-        quarters[2] = to_floats(interleave_low_words(high, zero));
-        quarters[3] = to_floats(interleave_high_words(high, zero));
-    }
-
-    // The low bytes of the truncated floats.
-    ByteVector low_bytes() const {
-        const auto low = reinterpret_cast<ByteVector>(Longs{} + 0xFF);
-        return pack_words(pack_longs(truncate(quarters[0]) & low, truncate(quarters[1]) & low),
-                          pack_longs(truncate(quarters[2]) & low, truncate(quarters[3]) & low));
-    }
-};
 
 // map_colours for as many whole vectors as there are; returns the elements done.
 template <class Function>

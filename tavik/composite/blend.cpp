@@ -21,7 +21,6 @@ using DodgeRow = void(const uint8_t *layer, uint8_t *target, std::size_t count, 
 constexpr PerLevel<CombineRow> add = TAVIK_EVERY_LEVEL(add);
 constexpr PerLevel<CombineRow> subtract = TAVIK_EVERY_LEVEL(subtract);
 constexpr PerLevel<MixRow> mix = TAVIK_EVERY_LEVEL(mix);
-constexpr PerLevel<MixRow> mix_and_wrap = TAVIK_EVERY_LEVEL(mix_and_wrap);
 constexpr PerLevel<OverlayRow> overlay = TAVIK_EVERY_LEVEL(overlay);
 constexpr PerLevel<LayerRow> soft_light = TAVIK_EVERY_LEVEL(soft_light);
 constexpr PerLevel<LayerRow> hard_light = TAVIK_EVERY_LEVEL(hard_light);
@@ -37,8 +36,7 @@ void combine(const PerLevel<CombineRow> &rows, std::size_t count, const uint8_t 
 
 void mix_by_amount(std::size_t count, int32_t amount_of_b, const uint8_t *a, const uint8_t *b, uint8_t *dst) {
     const float share_of_b = static_cast<float>(amount_of_b) * unit_per_byte;
-    const auto &rows = amount_of_b >= 0 && amount_of_b <= 255 ? mix : mix_and_wrap;
-    auto &row = row_in_order(rows, {a, b, dst}, count);
+    auto &row = row_in_order(mix, {a, b, dst}, count);
     FetchAhead(count, a, b, dst).for_all([&](std::size_t i, std::size_t n) {
         row(a + i, b + i, dst + i, n, share_of_b);
     });

@@ -1,3 +1,7 @@
+#if TAVIK_LEVEL >= TAVIK_SSE2
+#include "tavik/frame/byte_vector.inl"
+#endif
+
 // In every loop `l` is the layer's sample and `t` the target's.
 
 // 256·n / d, at most 255, by long division: eight bits of the fraction, the highest first, with the remainder below
@@ -46,34 +50,25 @@ void subtract(const uint8_t *a, const uint8_t *b, uint8_t *dst, size_t count) {
     for (size_t i = 0; i < count; ++i) dst[i] = static_cast<uint8_t>(a[i] - std::min(a[i], b[i]));
 }
 
-// With a share of 0 to 1.
 void mix(const uint8_t *a, const uint8_t *b, uint8_t *dst, size_t count, float share_of_b) {
     const float share_of_a = 1.0F - share_of_b;
-    TAVIK_INDEPENDENT
-    for (size_t i = 0; i < count; ++i) {
-        const float mixed = static_cast<float>(a[i]) * share_of_a + static_cast<float>(b[i]) * share_of_b;
-        dst[i] = static_cast<uint8_t>(static_cast<int32_t>(mixed));
-    }
-}
-
-// With any share; what leaves the range of a byte wraps around.
-void mix_and_wrap(const uint8_t *a, const uint8_t *b, uint8_t *dst, size_t count, float share_of_b) {
-    const float share_of_a = 1.0F - share_of_b;
-    TAVIK_INDEPENDENT
-    for (size_t i = 0; i < count; ++i) {
-        const float mixed = static_cast<float>(a[i]) * share_of_a + static_cast<float>(b[i]) * share_of_b;
-        dst[i] = low_byte(truncate(mixed));
-    }
+    const auto mixed = [=](auto of_a, auto of_b) { return of_a * share_of_a + of_b * share_of_b; };
+    size_t i = 0;
+#if TAVIK_LEVEL >= TAVIK_SSE2
+    i = map_floats(dst, count, mixed, a, b);
+#endif
+    for (; i < count; ++i) dst[i] = low_byte(truncate(mixed(static_cast<float>(a[i]), static_cast<float>(b[i]))));
 }
 
 void overlay(const uint8_t *over, const uint8_t *under, const uint8_t *mask, uint8_t *dst, size_t count) {
-    TAVIK_INDEPENDENT
-    for (size_t i = 0; i < count; ++i) {
-        const auto difference = static_cast<float>(over[i] - under[i]);
-        const float laid = difference * static_cast<float>(mask[i]) * unit_per_byte + static_cast<float>(under[i]);
-        // Above −1 and below 256.
-        dst[i] = static_cast<uint8_t>(static_cast<int32_t>(laid));
-    }
+    const auto laid = [](auto top, auto ground, auto share) { return (top - ground) * share * unit_per_byte + ground; };
+    size_t i = 0;
+#if TAVIK_LEVEL >= TAVIK_SSE2
+    i = map_floats(dst, count, laid, over, under, mask);
+#endif
+    for (; i < count; ++i)
+        dst[i] = low_byte(
+            truncate(laid(static_cast<float>(over[i]), static_cast<float>(under[i]), static_cast<float>(mask[i]))));
 }
 
 void soft_light(const uint8_t *layer, uint8_t *target, size_t count) {

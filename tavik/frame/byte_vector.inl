@@ -207,3 +207,46 @@ template <class Body> size_t cover_with_vectors(size_t count, const Body &body) 
     for (size_t i = 0; i < count; i += vector_bytes) body(std::min(i, count - vector_bytes));
     return count;
 }
+
+using Floats = float __attribute__((vector_size(vector_bytes)));
+
+inline Floats to_floats(ByteVector longs) { return __builtin_convertvector(reinterpret_cast<Longs>(longs), Floats); }
+
+// A vector of bytes as four vectors of floats: quarters of each 16-byte lane.
+struct FloatQuarters {
+    Floats quarters[4];
+
+    explicit FloatQuarters(ByteVector bytes) {
+        const ByteVector zero = {};
+        const ByteVector low = interleave_low_bytes(bytes, zero);
+        const ByteVector high = interleave_high_bytes(bytes, zero);
+        quarters[0] = to_floats(interleave_low_words(low, zero));
+        quarters[1] = to_floats(interleave_high_words(low, zero));
+        quarters[2] = to_floats(interleave_low_words(high, zero));
+        quarters[3] = to_floats(interleave_high_words(high, zero));
+    }
+
+    // The low bytes of the truncated floats.
+    ByteVector low_bytes() const {
+        const auto low = reinterpret_cast<ByteVector>(Longs{} + 0xFF);
+        return pack_words(pack_longs(truncate(quarters[0]) & low, truncate(quarters[1]) & low),
+                          pack_longs(truncate(quarters[2]) & low, truncate(quarters[3]) & low));
+    }
+};
+
+// Stores the low bytes of the truncated function of the sources' samples, which it gets as floats, for as many whole
+// vectors as there are; returns the samples done.
+template <class Function, class... Source>
+size_t map_floats(uint8_t *dst, size_t count, const Function &function, const Source *...src) {
+    size_t i = 0;
+    for (; i + vector_bytes <= count; i += vector_bytes) {
+        const auto map_quarters = [&](auto... samples) {
+            FloatQuarters mapped{ByteVector{}};
+            for (int quarter = 0; quarter < 4; ++quarter)
+                mapped.quarters[quarter] = function(samples.quarters[quarter]...);
+            return mapped.low_bytes();
+        };
+        store(dst + i, map_quarters(FloatQuarters(load(src + i))...));
+    }
+    return i;
+}
