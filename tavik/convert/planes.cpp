@@ -35,13 +35,11 @@ void convert_plane(const PerLevel<ConvertRow<From, To>> &rows, int32_t width, in
     const std::size_t all = counts(width, height);
     const bool streamed =
         is_streamed(all * sizeof(To)) && same_or_apart(src, dst, all * std::max(sizeof(From), sizeof(To)));
+    if (!streamed) {
+        const auto convert = [&](std::size_t i, std::size_t n) { rows.active()(src + i, dst + i, n); };
+        return FetchAhead(all, src, dst).for_rows(width, height, convert);
+    }
     parallel_for(0, height, row_grain(width), [&](int32_t begin, int32_t end) {
-        if (!streamed) {
-            FetchAhead(all, src, dst).for_runs(begin * stride, end * stride, [&](std::size_t i, std::size_t n) {
-                rows.active()(src + i, dst + i, n);
-            });
-            return;
-        }
         const From *from = src + begin * stride;
         make_streamed(dst + begin * stride, (end - begin) * stride,
                       [&](std::size_t i, To *to, std::size_t n) { rows.active()(from + i, to, n); });

@@ -1,7 +1,11 @@
 #if TAVIK_LEVEL >= TAVIK_SSE2
 #include "tavik/frame/byte_vector.inl"
+inline void read(const uint8_t *from, ByteVector &samples) { samples = load(from); }
+inline void write(uint8_t *to, ByteVector samples) { store(to, samples); }
 #endif
 
+inline void read(const uint8_t *from, uint8_t &sample) { sample = *from; }
+inline void write(uint8_t *to, uint8_t sample) { *to = sample; }
 inline uint8_t minimum(uint8_t a, uint8_t b) { return std::min(a, b); }
 inline uint8_t maximum(uint8_t a, uint8_t b) { return std::max(a, b); }
 
@@ -25,61 +29,47 @@ struct SortedColumns {
     uint8_t highest[most + 2];
 };
 
-// The median of nine is the median of three: the largest of the columns' lowest, the median of their middle ones and
-// the smallest of their highest.
-template <class Bytes> Bytes median_of_nine(Bytes (&lowest)[3], Bytes (&middle)[3], Bytes (&highest)[3]) {
-    Bytes largest_low = maximum(maximum(lowest[0], lowest[1]), lowest[2]);
-    Bytes smallest_high = minimum(minimum(highest[0], highest[1]), highest[2]);
-    sort_three(middle[0], middle[1], middle[2]);
-    sort_three(largest_low, middle[1], smallest_high);
-    return middle[1];
+template <class Bytes> void sort_columns_at(size_t x, const uint8_t *const rows[3], SortedColumns &sorted) {
+    Bytes column[3];
+    for (size_t row = 0; row < 3; ++row) read(rows[row] + x, column[row]);
+    sort_three(column[0], column[1], column[2]);
+    write(sorted.lowest + x, column[0]);
+    write(sorted.middle + x, column[1]);
+    write(sorted.highest + x, column[2]);
 }
 
 inline void sort_columns(const uint8_t *const rows[3], size_t count, SortedColumns &sorted) {
     size_t x = 0;
 #if TAVIK_LEVEL >= TAVIK_SSE2
-    x = cover_with_vectors(count, [&](size_t at) {
-        ByteVector column[3] = {load(rows[0] + at), load(rows[1] + at), load(rows[2] + at)};
-        sort_three(column[0], column[1], column[2]);
-        store(sorted.lowest + at, column[0]);
-        store(sorted.middle + at, column[1]);
-        store(sorted.highest + at, column[2]);
-    });
+    x = cover_with_vectors(count, [&](size_t at) { sort_columns_at<ByteVector>(at, rows, sorted); });
 #endif
-    for (; x < count; ++x) {
-        uint8_t column[3] = {rows[0][x], rows[1][x], rows[2][x]};
-        sort_three(column[0], column[1], column[2]);
-        sorted.lowest[x] = column[0];
-        sorted.middle[x] = column[1];
-        sorted.highest[x] = column[2];
+    for (; x < count; ++x) sort_columns_at<uint8_t>(x, rows, sorted);
+}
+
+// The median of nine is the median of three: the largest of the columns' lowest, the median of their middle ones and
+// the smallest of their highest.
+template <class Bytes> void write_median_at(size_t x, const SortedColumns &sorted, uint8_t *dst) {
+    Bytes lowest[3];
+    Bytes middle[3];
+    Bytes highest[3];
+    for (size_t column = 0; column < 3; ++column) {
+        read(sorted.lowest + x + column, lowest[column]);
+        read(sorted.middle + x + column, middle[column]);
+        read(sorted.highest + x + column, highest[column]);
     }
+    Bytes largest_low = maximum(maximum(lowest[0], lowest[1]), lowest[2]);
+    Bytes smallest_high = minimum(minimum(highest[0], highest[1]), highest[2]);
+    sort_three(middle[0], middle[1], middle[2]);
+    sort_three(largest_low, middle[1], smallest_high);
+    write(dst + x, middle[1]);
 }
 
 inline void merge_columns(const SortedColumns &sorted, uint8_t *dst, size_t count) {
     size_t x = 0;
 #if TAVIK_LEVEL >= TAVIK_SSE2
-    x = cover_with_vectors(count, [&](size_t at) {
-        const auto three_from = [](const uint8_t *from, ByteVector(&columns)[3]) {
-            for (size_t i = 0; i < 3; ++i) columns[i] = load(from + i);
-        };
-        ByteVector lowest[3];
-        ByteVector middle[3];
-        ByteVector highest[3];
-        three_from(sorted.lowest + at, lowest);
-        three_from(sorted.middle + at, middle);
-        three_from(sorted.highest + at, highest);
-        store(dst + at, median_of_nine(lowest, middle, highest));
-    });
+    x = cover_with_vectors(count, [&](size_t at) { write_median_at<ByteVector>(at, sorted, dst); });
 #endif
-    for (; x < count; ++x) {
-        uint8_t lowest[3];
-        uint8_t middle[3];
-        uint8_t highest[3];
-        std::copy_n(sorted.lowest + x, 3, lowest);
-        std::copy_n(sorted.middle + x, 3, middle);
-        std::copy_n(sorted.highest + x, 3, highest);
-        dst[x] = median_of_nine(lowest, middle, highest);
-    }
+    for (; x < count; ++x) write_median_at<uint8_t>(x, sorted, dst);
 }
 
 // Samples [x] of `count` rows become the medians of [x] .. [x + 2] of theirs and the rows above and below.

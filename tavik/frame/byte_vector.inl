@@ -208,6 +208,7 @@ template <class Body> size_t cover_with_vectors(size_t count, const Body &body) 
     return count;
 }
 
+// FloatVector without the attributes that template arguments lose.
 using Floats = float __attribute__((vector_size(vector_bytes)));
 
 inline Floats to_floats(ByteVector longs) { return __builtin_convertvector(reinterpret_cast<Longs>(longs), Floats); }

@@ -33,7 +33,7 @@ template <class Function> ByteTable tabulate(const Function &function) {
     return table;
 }
 
-// The same in increasing order, whether the runs overlap or not.
+// dst[i] = table[src[i]] in increasing order, whether the runs overlap or not.
 inline void map_in_order(const uint8_t *src, uint8_t *dst, std::size_t count, const uint8_t *table) {
     auto &row = row_in_order(map_bytes, src, dst, count);
     FetchAhead(count, src, dst).for_all([&](std::size_t i, std::size_t n) { row(src + i, dst + i, n, table); });

@@ -29,10 +29,6 @@ template <class Element> void prefetch(const Element *elements, std::size_t begi
 // they compute, unless it is told what comes next.
 template <class... Element> class FetchAhead {
   public:
-    // So many cache lines at a time can be on their way.
-    static constexpr std::size_t block_bytes = 32 * 64;
-    static constexpr std::size_t block = std::bit_floor(block_bytes / (sizeof(Element) + ...));
-
     explicit FetchAhead(std::size_t count, const Element *...buffers)
         : buffers_(buffers...), count_(count), is_large_(count * (sizeof(Element) + ...) >= std::size_t{1024} * 1024) {}
 
@@ -51,6 +47,7 @@ template <class... Element> class FetchAhead {
         }
     }
 
+    // The same for all elements.
     template <class Body> void for_all(const Body &body) const { for_runs(0, count_, body); }
 
     // The same at the same time, in any order.
@@ -69,6 +66,9 @@ template <class... Element> class FetchAhead {
     }
 
   private:
+    // So many cache lines at a time can be on their way.
+    static constexpr std::size_t block = std::bit_floor(32 * 64 / (sizeof(Element) + ...));
+
     std::tuple<const Element *...> buffers_;
     std::size_t count_;
     bool is_large_;
